@@ -1,0 +1,61 @@
+# The house in CMake: one target a floor, and link lists that say which floor may use which.
+#
+#   teslin_ground_floor(NAME SOURCES ... [LINKS ...])   plain C++20, the standard library alone
+#   teslin_upper_floor(NAME SOURCES ... [LINKS ...])    Qt 6 Widgets
+#   teslin_test(NAME SOURCES ... LINKS ... [LAYER ground|widget|window|system] [TIMEOUT seconds])
+
+add_library(teslin_options INTERFACE)
+target_include_directories(teslin_options INTERFACE ${PROJECT_SOURCE_DIR})
+target_compile_features(teslin_options INTERFACE cxx_std_20)
+if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
+    target_compile_options(teslin_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
+                                                    -Woverloaded-virtual $<$<BOOL:${TESLIN_WERROR}>:-Werror>)
+elseif(MSVC)
+    target_compile_options(teslin_options INTERFACE /utf-8 /W4 $<$<BOOL:${TESLIN_WERROR}>:/WX>)
+endif()
+if(TESLIN_SANITIZE)
+    target_compile_options(teslin_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all
+                                                    -fno-omit-frame-pointer)
+    target_link_options(teslin_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+add_library(teslin_qt_options INTERFACE)
+target_link_libraries(teslin_qt_options INTERFACE teslin_options)
+target_compile_definitions(
+    teslin_qt_options INTERFACE QT_NO_CAST_FROM_ASCII QT_NO_CAST_TO_ASCII QT_NO_NARROWING_CONVERSIONS_IN_CONNECT
+                                QT_DISABLE_DEPRECATED_BEFORE=0x060400)
+
+function(teslin_ground_floor name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    if("${ARG_LINKS}" MATCHES "Qt6|_ui")
+        message(FATAL_ERROR "${name} is a ground floor: it links neither Qt nor an upper floor")
+    endif()
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC teslin_options ${ARG_LINKS})
+endfunction()
+
+function(teslin_upper_floor name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
+    target_link_libraries(${name} PUBLIC teslin_qt_options Qt6::Widgets ${ARG_LINKS})
+endfunction()
+
+function(teslin_test name)
+    cmake_parse_arguments(ARG "" "LAYER;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+    if(NOT ARG_LAYER)
+        set(ARG_LAYER ground)
+    endif()
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    add_executable(${name} ${ARG_SOURCES})
+    set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    target_link_libraries(${name} PRIVATE teslin_qt_options Qt6::Test ${ARG_LINKS})
+    add_test(NAME ${name} COMMAND ${name})
+    set_tests_properties(
+        ${name}
+        PROPERTIES LABELS ${ARG_LAYER}
+                   TIMEOUT ${ARG_TIMEOUT}
+                   ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LANG=C.UTF-8;ASAN_OPTIONS=detect_leaks=0")
+endfunction()

@@ -1,0 +1,30 @@
+#include "platform/qt/AnsiText.h"
+
+#include "platform/AnsiText.h"
+
+#include <QList>
+
+namespace platform {
+
+QString toQString(std::string_view ansi)
+{
+    QString text;
+    text.reserve(static_cast<qsizetype>(ansi.size()));
+    for (const char c : ansi) {
+        text.append(QChar(ansiToUnicode(static_cast<std::uint8_t>(c))));
+    }
+    return text;
+}
+
+std::string toAnsi(const QString& text)
+{
+    std::string ansi;
+    const QList<uint> characters = text.toUcs4();
+    ansi.reserve(static_cast<std::size_t>(characters.size()));
+    for (const uint character : characters) {
+        ansi += static_cast<char>(unicodeToAnsi(character));
+    }
+    return ansi;
+}
+
+} // namespace platform
