@@ -31,8 +31,8 @@ private slots:
                                  "CAN EM SUB ESC FS GS RS US";
         const QList<QByteArray> list = names.split(' ');
         for (int code = 1; code <= 31; ++code) {
-            QTest::addRow("code %d", code) << QByteArray(1, static_cast<char>(code))
-                                           << QByteArray("<" + list.at(code - 1) + ">");
+            QTest::addRow("code %d", code)
+                << QByteArray(1, static_cast<char>(code)) << QByteArray("<" + list.at(code - 1) + ">");
         }
     }
     void controlCharacters()
