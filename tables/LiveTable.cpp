@@ -1,0 +1,168 @@
+#include "tables/LiveTable.h"
+
+#include "tables/Dec2Bin.h"
+#include "tables/HexText.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace tables {
+
+LiveTable::LiveTable(ParamTable& table, GridCursor& grid, TableHost& host, EditSession& session)
+    : m_table(table)
+    , m_grid(grid)
+    , m_host(host)
+    , m_session(session)
+{}
+
+void LiveTable::InitGrid()
+{
+    m_session.EditState = EditSession::kFilling;
+    const bool mayDiscard = m_host.CheckForUnsavedData();
+    if (!mayDiscard) {
+        m_session.EditState = EditSession::kEditing;
+        return;
+    }
+    // Answering the question may have saved the table, which ends in editing mode.
+    m_session.EditState = EditSession::kFilling;
+    if (m_table.kind().resetRestoresCaption) {
+        restoreTabCaption();
+    }
+    m_host.forgetCommentsAndFile();
+    m_table.clearToHeader();
+    m_grid.setCol(kChangedColumn);
+    layDownDefaults();
+    m_table.LastRow = ParamTable::kNoLastRow;
+    m_grid.setTopRow(1);
+    m_grid.setRow(m_table.kind().firstEditableRow);
+    m_host.setEditTitle("(values will be edited here)");
+    m_session.EditState = EditSession::kEditing;
+    rowChanged();
+}
+
+void LiveTable::layDownDefaults()
+{
+    const std::span<const DefaultRow> defaults = m_table.kind().defaults;
+    int row = 0;
+    for (const DefaultRow& entry : defaults) {
+        ++row;
+        if (row > 1 || m_table.rowCount() < 2) {
+            m_table.setRowCount(row + 1);
+        }
+        m_table.SetGridItem(row, entry.address, entry.value, entry.notes);
+    }
+    m_table.NumParms = static_cast<std::uint8_t>(row);
+    m_table.forgetAddressesFrom(row);
+}
+
+void LiveTable::PutTableEntry(std::string_view ParmNum, std::string_view ParmVal, int ColNumber)
+{
+    if (ParmNum.empty() || (ParmVal.empty() && m_table.kind().ignoresEmptyValues)) {
+        return;
+    }
+    const ParamTable::Lookup found = m_table.find(ParmNum);
+    if (!found.row) {
+        return;
+    }
+    keepInView(found.index);
+    m_grid.setRow(*found.row);
+    m_table.setCell(*found.row, ColNumber, ParmVal);
+    if (ParmVal == kChangedMark) {
+        m_table.TableChanged = true;
+        m_host.setTabCaption(std::string(m_table.kind().caption) + " *");
+    }
+}
+
+std::string LiveTable::GetTableEntry(std::string_view ParmNum)
+{
+    if (ParmNum.empty()) {
+        return {};
+    }
+    const ParamTable::Lookup found = m_table.find(ParmNum);
+    keepInView(found.index);
+    return found.row ? m_table.cell(*found.row, kValueColumn) : std::string();
+}
+
+void LiveTable::DisplayGridValue(std::uint8_t i)
+{
+    m_grid.setCol(kValueColumn);
+    m_table.setCell(m_grid.row(), kValueColumn, hexTwoDigits(i));
+    m_host.setStatusText("value in binary is " + Dec2Bin(i));
+}
+
+void LiveTable::Clear_Changed_Flags()
+{
+    m_host.Hide_All();
+    const int last = std::min<int>(m_table.NumParms, ParamTable::kIndexSize - 1);
+    for (int k = 0; k <= last; ++k) {
+        m_session.EditState = EditSession::kFilling;
+        // A copy: moving the row may run handlers that touch the index.
+        const std::string address = m_table.ParmAddr[static_cast<std::size_t>(k)];
+        PutTableEntry(address, kUnchangedMark, kChangedColumn);
+    }
+    m_session.EditState = EditSession::kEditing;
+    m_table.LastRow = ParamTable::kNoLastRow;
+    m_grid.setTopRow(1);
+    makeCurrent(m_table.kind().firstEditableRow);
+    m_grid.setCol(kAddressColumn);
+}
+
+void LiveTable::makeCurrent(int row)
+{
+    m_grid.setRow(std::min<int>(row, m_table.NumParms));
+    // A row that was current already raises no event.
+    rowChanged();
+}
+
+void LiveTable::rowChanged()
+{
+    if (m_session.EditState == EditSession::kFilling || m_session.EditState == EditSession::kLayingOutKeyboard) {
+        return;
+    }
+    const int row = m_grid.row();
+    if (row < 1 || row == m_table.LastRow || row > m_table.NumParms) {
+        return;
+    }
+    m_table.LastRow = static_cast<std::int16_t>(row);
+    m_grid.setRowSel(row);
+    m_host.EditData();
+}
+
+void LiveTable::selectionChanged()
+{
+    const int last = m_table.NumParms;
+    if (m_guardingSelection || last == 0 || (m_grid.rowSel() <= last && m_grid.row() <= last)) {
+        return;
+    }
+    m_guardingSelection = true;
+    m_grid.setRow(last);
+    m_grid.setRowSel(last);
+    m_grid.setCol(kChangedColumn);
+    m_grid.setColSel(kNotesColumn);
+    m_host.beep();
+    while (!m_grid.rowIsVisible(m_grid.row()) && m_grid.topRow() > 1) {
+        m_grid.setTopRow(m_grid.topRow() - 1);
+        m_host.processPendingEvents();
+    }
+    m_guardingSelection = false;
+}
+
+void LiveTable::restoreTabCaption()
+{
+    m_host.setTabCaption(m_table.kind().caption);
+}
+
+void LiveTable::reopenEditor()
+{
+    m_table.LastRow = ParamTable::kNoLastRow;
+    rowChanged();
+}
+
+void LiveTable::keepInView(int index)
+{
+    if (index < m_table.rowCount() - 2 && !m_grid.rowIsVisible(index + 2)) {
+        m_grid.setTopRow(m_grid.topRow() + 1);
+    }
+}
+
+} // namespace tables

@@ -1,0 +1,52 @@
+#pragma once
+
+#include "tables/LiveTable.h"
+
+#include <string>
+#include <string_view>
+
+namespace tables {
+
+// The tabs of the main window.
+enum Tab : int { kConfigurationTab = 0, kKeyboardLanguageTab = 1, kReadTestTab = 2 };
+
+// Both tables of the reader under the names that the rest of the program uses. Thin: everything is done by LiveTable.
+struct ParamTables
+{
+    LiveTable& CFG;
+    LiveTable& KB;
+    EditSession& session;
+
+    // Resets the table of a tab to its defaults. On any other tab the tables stay as they are, but editing is off until
+    // the next reset or clear.
+    void InitGrids(int currentTab)
+    {
+        if (currentTab == kConfigurationTab) {
+            CFG.InitGrid();
+        } else if (currentTab == kKeyboardLanguageTab) {
+            KB.InitGrid();
+        } else {
+            session.EditState = EditSession::kFilling;
+        }
+    }
+
+    [[nodiscard]] std::string GetTableEntry_CFG(std::string_view ParmNum) { return CFG.GetTableEntry(ParmNum); }
+    [[nodiscard]] std::string GetTableEntry_KB(std::string_view ParmNum) { return KB.GetTableEntry(ParmNum); }
+
+    void PutTableEntry_CFG(std::string_view ParmNum, std::string_view ParmVal, int ColNumber)
+    {
+        CFG.PutTableEntry(ParmNum, ParmVal, ColNumber);
+    }
+    void PutTableEntry_KB(std::string_view ParmNum, std::string_view ParmVal, int ColNumber)
+    {
+        KB.PutTableEntry(ParmNum, ParmVal, ColNumber);
+    }
+
+    void DisplayGridValue_CFG(std::uint8_t i) { CFG.DisplayGridValue(i); }
+    void DisplayGridValue_KB(std::uint8_t i) { KB.DisplayGridValue(i); }
+
+    void Clear_Changed_Flags_CFG() { CFG.Clear_Changed_Flags(); }
+    void Clear_Changed_Flags_KB() { KB.Clear_Changed_Flags(); }
+};
+
+} // namespace tables

@@ -1,0 +1,120 @@
+#include "tables/ui/ParamGrid.h"
+
+#include <QFontDatabase>
+#include <QHeaderView>
+#include <QKeyEvent>
+#include <QScrollBar>
+
+#include <algorithm>
+
+namespace tables {
+
+ParamGrid::ParamGrid(ParamTable& table, QWidget* parent)
+    : QTableView(parent)
+    , m_table(table)
+{
+    m_model = new ParamGridModel(table, this);
+    setModel(m_model);
+    setSelectionBehavior(SelectRows);
+    setSelectionMode(SingleSelection);
+    setEditTriggers(NoEditTriggers);
+    setAutoScroll(false);
+    setVerticalScrollMode(ScrollPerItem);
+    setHorizontalScrollMode(ScrollPerPixel);
+    setAlternatingRowColors(true);
+    setTabKeyNavigation(false);
+    setWordWrap(false);
+    setCornerButtonEnabled(false);
+    setShowGrid(false);
+    verticalHeader()->hide();
+    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
+    horizontalHeader()->setHighlightSections(false);
+    horizontalHeader()->setSectionsClickable(false);
+    horizontalHeader()->setStretchLastSection(true);
+    const QFontMetrics fixed(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    const auto widthOf = [&](const char* text) { return fixed.horizontalAdvance(QLatin1String(text)); };
+    setColumnWidth(kChangedColumn, std::max(widthOf("XXX__"), fontMetrics().horizontalAdvance(tr("Changed")) + 20));
+    setColumnWidth(kAddressColumn, widthOf("081-082__"));
+    setColumnWidth(kValueColumn, widthOf("20-03__"));
+
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &ParamGrid::rowCurrentChanged);
+    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &ParamGrid::selectionMoved);
+    connect(this, &QTableView::doubleClicked, this, &ParamGrid::rowDoubleClicked);
+}
+
+int ParamGrid::row() const
+{
+    return currentIndex().isValid() ? currentIndex().row() + 1 : 0;
+}
+
+void ParamGrid::setRow(int row)
+{
+    makeCurrent(row, col());
+}
+
+int ParamGrid::col() const
+{
+    return currentIndex().isValid() ? currentIndex().column() : 0;
+}
+
+void ParamGrid::setCol(int col)
+{
+    makeCurrent(row(), col);
+}
+
+// Only one row can be selected, so the selection always ends in the current row and spans its columns.
+int ParamGrid::rowSel() const
+{
+    return row();
+}
+
+void ParamGrid::setRowSel(int row)
+{
+    setRow(row);
+}
+
+void ParamGrid::setColSel([[maybe_unused]] int col)
+{
+    setCol(this->col());
+}
+
+void ParamGrid::makeCurrent(int row, int col)
+{
+    const QModelIndex index = m_model->index(row - 1, col);
+    if (index.isValid()) {
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    }
+}
+
+int ParamGrid::topRow() const
+{
+    return verticalScrollBar()->value() + 1;
+}
+
+void ParamGrid::setTopRow(int row)
+{
+    // The scroll range is brought up to date lazily after rows came or went; it is needed now.
+    executeDelayedItemsLayout();
+    updateGeometries();
+    verticalScrollBar()->setValue(row - 1);
+}
+
+bool ParamGrid::rowIsVisible(int row) const
+{
+    if (row < 1 || row > m_model->rowCount()) {
+        return false;
+    }
+    const int top = rowViewportPosition(row - 1);
+    return top < viewport()->height() && top + rowHeight(row - 1) > 0;
+}
+
+void ParamGrid::keyPressEvent(QKeyEvent* event)
+{
+    QTableView::keyPressEvent(event);
+    if (currentIndex().isValid()) {
+        scrollTo(currentIndex(), EnsureVisible);
+    }
+}
+
+} // namespace tables

@@ -1,0 +1,50 @@
+#pragma once
+
+#include "tables/GridCursor.h"
+#include "tables/ui/ParamGridModel.h"
+
+#include <QTableView>
+
+namespace tables {
+
+// The grid that shows one parameter table. Speaks to the rest of the program in the table's own counting (GridCursor);
+// nobody else touches Qt's model indexes. Only the user's own keys scroll by themselves, so that the program's cursor
+// moves do not.
+class ParamGrid final : public QTableView, public GridCursor
+{
+    Q_OBJECT
+
+public:
+    // The table outlives the grid.
+    explicit ParamGrid(ParamTable& table, QWidget* parent = nullptr);
+
+    [[nodiscard]] int row() const override;
+    void setRow(int row) override;
+    [[nodiscard]] int col() const override;
+    void setCol(int col) override;
+    [[nodiscard]] int rowSel() const override;
+    void setRowSel(int row) override;
+    void setColSel(int col) override;
+    [[nodiscard]] int topRow() const override;
+    void setTopRow(int row) override;
+    [[nodiscard]] bool rowIsVisible(int row) const override;
+
+    // The text of a cell of the table, for those who hold only the grid.
+    [[nodiscard]] const std::string& cellText(int row, int col) const { return m_table.cell(row, col); }
+
+signals:
+    void rowCurrentChanged(); // the current cell has moved to another row
+    void selectionMoved();    // current cell or selection changed
+    void rowDoubleClicked();  // a data row; it is current
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void makeCurrent(int row, int col);
+
+    ParamTable& m_table;
+    ParamGridModel* m_model = nullptr;
+};
+
+} // namespace tables
