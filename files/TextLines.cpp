@@ -1,34 +1,35 @@
 #include "files/TextLines.h"
 
-#include <algorithm>
+#include <cstddef>
 
 namespace files {
 
+namespace {
+
+constexpr bool isLineEnd(char c)
+{
+    return c == '\r' || c == '\n';
+}
+
+} // namespace
+
 TextLines::TextLines(std::string_view bytes)
-    : m_bytes(bytes)
-    , m_nextCr(bytes.find('\r'))
-    , m_nextLf(bytes.find('\n'))
+    : m_rest(bytes)
 {}
 
 std::optional<std::string_view> TextLines::next()
 {
-    if (m_at == m_bytes.size()) {
+    if (m_rest.empty()) {
         return std::nullopt;
     }
-    if (m_nextCr < m_at) {
-        m_nextCr = m_bytes.find('\r', m_at);
+    std::size_t length = 0;
+    while (length < m_rest.size() && !isLineEnd(m_rest[length])) {
+        ++length;
     }
-    if (m_nextLf < m_at) {
-        m_nextLf = m_bytes.find('\n', m_at);
-    }
-    const std::size_t end = std::min({m_nextCr, m_nextLf, m_bytes.size()});
-    const std::string_view line = m_bytes.substr(m_at, end - m_at);
-    m_at = end;
-    if (m_at == m_nextCr) {
-        ++m_at;
-    }
-    if (m_at == m_nextLf) {
-        ++m_at;
+    const std::string_view line = m_rest.substr(0, length);
+    m_rest.remove_prefix(length);
+    if (!m_rest.empty()) {
+        m_rest.remove_prefix(m_rest.starts_with("\r\n") ? 2 : 1);
     }
     return line;
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstddef>
 #include <optional>
 #include <string_view>
 
@@ -19,12 +18,7 @@ public:
     [[nodiscard]] std::optional<std::string_view> next();
 
 private:
-    std::string_view m_bytes;
-    std::size_t m_at = 0;
-    // The next CR and the next LF are remembered so that a file with only one of them is not searched to its end for
-    // the other on every line.
-    std::size_t m_nextCr;
-    std::size_t m_nextLf;
+    std::string_view m_rest;
 };
 
 } // namespace files
