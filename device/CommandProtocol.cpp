@@ -1,0 +1,209 @@
+#include "device/CommandProtocol.h"
+
+#include "device/Commands.h"
+#include "device/Replies.h"
+#include "tables/HexText.h"
+
+namespace device {
+
+namespace {
+
+std::string firstCharacters(const std::string& text, std::size_t count)
+{
+    return text.substr(0, count);
+}
+
+std::string lastCharacters(const std::string& text, std::size_t count)
+{
+    return text.size() > count ? text.substr(text.size() - count) : text;
+}
+
+} // namespace
+
+CommandProtocol::CommandProtocol(LinkState& link, Operations& operations, platform::SerialControl& MSComm1,
+                                 platform::EventPump& events, LinkWindow& window, platform::MessageBoxes& boxes,
+                                 tables::ParamTables& tables)
+    : m_link(link)
+    , m_operations(operations)
+    , m_port(MSComm1)
+    , m_events(events)
+    , m_window(window)
+    , m_boxes(boxes)
+    , m_tables(tables)
+{
+    m_port.setOnComm([this] { MSComm1_OnComm(); });
+    m_port.setOnConnectionLost([this] { connectionLost(); });
+}
+
+CommandProtocol::~CommandProtocol()
+{
+    m_port.setOnComm({});
+    m_port.setOnConnectionLost({});
+}
+
+void CommandProtocol::Send_Cmd(std::string_view cmd)
+{
+    if (!m_port.PortOpen()) {
+        return;
+    }
+    m_link.period.openForSend();
+    output(cmd);
+    waitForReplyPeriod();
+}
+
+void CommandProtocol::Ask_For_Parameter(std::string_view address)
+{
+    if (!m_port.PortOpen()) {
+        return;
+    }
+    m_link.LastResponse.clear();
+    m_link.RequestedAddress = address;
+    m_link.period.openForSend();
+    const std::string cmd = commands::readParameter(address);
+    showSent(cmd);
+    output(cmd);
+    waitForReplyPeriod();
+}
+
+void CommandProtocol::output(std::string_view cmd)
+{
+    m_port.Output(std::string(cmd) + commands::kLineEnd);
+}
+
+void CommandProtocol::waitForReplyPeriod()
+{
+    while (m_link.period.CommBusy == 1 && !m_link.UserAbort && !m_operations.isClosing()) {
+        m_events.waitForEvents();
+    }
+}
+
+void CommandProtocol::WaitForResponse()
+{
+    m_link.period.ResponseCountdown = ReplyPeriod::kResponseTicks;
+    const auto isOver = [this] { return !m_link.LastResponse.empty() || m_link.UserAbort || m_operations.isClosing(); };
+    while (true) {
+        if (m_link.period.ResponseCountdown == 0) {
+            m_link.UserAbort = true;
+        }
+        // Without sleeping first: a reply that is already there must not cost another tick.
+        m_events.processPending();
+        if (isOver()) {
+            return;
+        }
+        m_events.waitForEvents();
+    }
+}
+
+void CommandProtocol::settle(double ticks)
+{
+    m_link.period.ResponseCountdown = ticks;
+    while (m_link.period.ResponseCountdown > 0 && !m_operations.isClosing()) {
+        m_events.waitForEvents();
+    }
+}
+
+void CommandProtocol::Send_Parameter_CFG(std::string_view address)
+{
+    sendAndShow(commands::writeParameter(address, m_tables.GetTableEntry_CFG(address)));
+}
+
+void CommandProtocol::Send_Parameter_KB(std::string& address)
+{
+    const std::string value = m_tables.GetTableEntry_KB(address);
+    sendAndShow(commands::writeParameter(firstCharacters(address, 3), firstCharacters(value, 2)));
+    if (value.size() > 2) {
+        address = tables::nextAddress(address);
+        sendAndShow(commands::writeParameter(address, lastCharacters(value, 2)));
+    }
+}
+
+void CommandProtocol::sendAndShow(std::string_view cmd)
+{
+    Send_Cmd(cmd);
+    showSent(cmd);
+}
+
+void CommandProtocol::showSent(std::string_view cmd)
+{
+    m_window.setStatusText("Sent command: " + std::string(cmd));
+}
+
+void CommandProtocol::MSComm1_OnComm()
+{
+    if (m_port.CommEvent() != platform::SerialControl::kDataReceived) {
+        return;
+    }
+    ShowActiveRecv();
+    m_link.ReadStatus = 0;
+    std::string text = m_port.Input();
+    if (!text.empty()) {
+        text.pop_back(); // the terminator
+    }
+    if (text.empty()) {
+        m_boxes.show({.text = "No data read"});
+        return;
+    }
+    const replies::Line line = replies::parseLine(text);
+    m_link.ReadStatus = line.readStatus;
+    switch (line.kind) {
+    case replies::Line::Kind::Identification:
+        if (line.hasText) {
+            m_window.setIdentification(Identification::Copyright, " " + line.text + " ");
+            m_window.showIdentification(Identification::Copyright, true);
+        }
+        break;
+    case replies::Line::Kind::Parameter:
+        m_link.LastResponse = line.text;
+        break;
+    case replies::Line::Kind::Ignored:
+        break;
+    }
+}
+
+void CommandProtocol::connectionLost()
+{
+    // Outside an operation nobody depends on the port; the next operation opens it afresh.
+    if (m_operations.isRunning()) {
+        m_link.connectionLost = true;
+        m_link.UserAbort = true;
+    }
+}
+
+void CommandProtocol::Timer1_Timer()
+{
+    if (m_link.recvLampLit) {
+        ShowInactiveRecv();
+    }
+    if (m_link.period.countLamp()) {
+        ShowActiveSend();
+    } else {
+        ShowInactiveSend();
+    }
+    if (m_link.period.countDown() && m_onCountdownOver) {
+        m_onCountdownOver();
+    }
+}
+
+void CommandProtocol::ShowActiveSend()
+{
+    m_window.setSendLamp(true);
+}
+
+void CommandProtocol::ShowInactiveSend()
+{
+    m_window.setSendLamp(false);
+}
+
+void CommandProtocol::ShowActiveRecv()
+{
+    m_link.recvLampLit = true;
+    m_window.setRecvLamp(true);
+}
+
+void CommandProtocol::ShowInactiveRecv()
+{
+    m_link.recvLampLit = false;
+    m_window.setRecvLamp(false);
+}
+
+} // namespace device

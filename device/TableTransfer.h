@@ -1,0 +1,50 @@
+#pragma once
+
+#include "device/DriverConnection.h"
+#include "device/TransferWindow.h"
+
+#include <functional>
+#include <string>
+
+namespace device {
+
+// Reads whole tables from the reader and writes them to it, one parameter at a time.
+class TableTransfer final
+{
+public:
+    // Everything outlives this object.
+    TableTransfer(LinkState& link, Operations& operations, CommandProtocol& protocol, DriverConnection& connection,
+                  platform::SerialControl& MSComm1, LinkWindow& window, TransferWindow& transferWindow,
+                  tables::ParamTables& tables);
+
+    TableTransfer(const TableTransfer&) = delete;
+    TableTransfer& operator=(const TableTransfer&) = delete;
+
+    // Reads the table of the selected tab from the reader. A parameter without a reply ends the run: its row keeps the
+    // old value, the rows after it stay as they were. True only when every row was read.
+    bool btnRetrieveParms_Click();
+
+    // Writes the table of the selected tab to the reader, changed or not. The driver confirms nothing.
+    void UpdateDevice();
+
+private:
+    [[nodiscard]] bool isStopped() const { return m_link.UserAbort || m_operations.isClosing(); }
+
+    bool retrieve(tables::LiveTable& table);
+    void retrieveRow(tables::LiveTable& table, int row);
+    [[nodiscard]] std::string ask(const std::string& address);
+    void update_CFG();
+    void update_KB();
+    void updateRows(tables::LiveTable& table, const std::function<void(std::string&)>& send);
+
+    LinkState& m_link;
+    Operations& m_operations;
+    CommandProtocol& m_protocol;
+    DriverConnection& m_connection;
+    platform::SerialControl& m_port;
+    LinkWindow& m_window;
+    TransferWindow& m_transfer;
+    tables::ParamTables& m_tables;
+};
+
+} // namespace device

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "platform/EventPump.h"
+
+namespace platform {
+
+class QtEventPump final : public EventPump
+{
+public:
+    void processPending() override;
+    void waitForEvents() override;
+};
+
+} // namespace platform

@@ -1,0 +1,110 @@
+#include "platform/qt/QtMessageBoxes.h"
+
+#include "platform/qt/AnsiText.h"
+
+#include <QApplication>
+#include <QMessageBox>
+
+namespace platform {
+
+namespace {
+
+QMessageBox::Icon iconOf(BoxIcon icon)
+{
+    switch (icon) {
+    case BoxIcon::Information:
+        return QMessageBox::Information;
+    case BoxIcon::Question:
+        return QMessageBox::Question;
+    case BoxIcon::Exclamation:
+        return QMessageBox::Warning;
+    case BoxIcon::Critical:
+        return QMessageBox::Critical;
+    case BoxIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButton buttonOf(BoxAnswer answer)
+{
+    switch (answer) {
+    case BoxAnswer::Yes:
+        return QMessageBox::Yes;
+    case BoxAnswer::No:
+        return QMessageBox::No;
+    case BoxAnswer::Cancel:
+        return QMessageBox::Cancel;
+    case BoxAnswer::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+QMessageBox::StandardButtons buttonsOf(BoxButtons buttons)
+{
+    switch (buttons) {
+    case BoxButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case BoxButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
+    case BoxButtons::Ok:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+BoxAnswer escapeAnswerOf(BoxButtons buttons)
+{
+    switch (buttons) {
+    case BoxButtons::YesNo:
+        return BoxAnswer::No;
+    case BoxButtons::YesNoCancel:
+        return BoxAnswer::Cancel;
+    case BoxButtons::Ok:
+        break;
+    }
+    return BoxAnswer::Ok;
+}
+
+// A box belongs to the window in front. A window that stays on top of all others must be the parent, or it would cover
+// the box.
+QWidget* frontWindow()
+{
+    for (QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible() && (window->windowFlags() & Qt::WindowStaysOnTopHint) != 0) {
+            return window;
+        }
+    }
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+        return modal;
+    }
+    return QApplication::activeWindow();
+}
+
+} // namespace
+
+BoxAnswer QtMessageBoxes::show(const MessageBox& box)
+{
+    QMessageBox window(frontWindow());
+    window.setObjectName(QStringLiteral("messageBox"));
+    window.setTextFormat(Qt::PlainText);
+    window.setIcon(iconOf(box.icon));
+    window.setWindowTitle(box.title.empty() ? m_programTitle : toQString(box.title));
+    window.setText(toQString(box.text));
+    window.setStandardButtons(buttonsOf(box.buttons));
+    window.setDefaultButton(buttonOf(box.defaultButton));
+    window.setEscapeButton(buttonOf(escapeAnswerOf(box.buttons)));
+    switch (window.exec()) {
+    case QMessageBox::Yes:
+        return BoxAnswer::Yes;
+    case QMessageBox::No:
+        return BoxAnswer::No;
+    case QMessageBox::Cancel:
+        return BoxAnswer::Cancel;
+    default:
+        return escapeAnswerOf(box.buttons);
+    }
+}
+
+} // namespace platform
