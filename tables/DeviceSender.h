@@ -12,6 +12,9 @@ class DeviceSender
 public:
     virtual ~DeviceSender() = default;
 
+    // True while another operation is running: nothing should be asked then, run() would refuse.
+    [[nodiscard]] virtual bool isBusy() const = 0;
+
     // Runs a piece of work as the one device operation; false, and nothing done, while another one is running.
     virtual bool run(const std::function<void()>& work) = 0;
 

@@ -1,6 +1,6 @@
 #include "tables/LiveTable.h"
 
-#include "tables/Dec2Bin.h"
+#include "tables/EditorTexts.h"
 #include "tables/HexText.h"
 
 #include <algorithm>
@@ -87,7 +87,7 @@ void LiveTable::DisplayGridValue(std::uint8_t i)
 {
     m_grid.setCol(kValueColumn);
     m_table.setCell(m_grid.row(), kValueColumn, hexTwoDigits(i));
-    m_host.setStatusText("value in binary is " + Dec2Bin(i));
+    m_host.setStatusText(binaryText(i));
 }
 
 void LiveTable::Clear_Changed_Flags()
