@@ -1,0 +1,35 @@
+#include "tables/ui/CheckFrame.h"
+
+#include "platform/qt/AnsiText.h"
+
+#include <QCheckBox>
+#include <QVBoxLayout>
+
+namespace tables {
+
+CheckFrame::CheckFrame(const QString& name, const QString& caption, QWidget* parent)
+    : QGroupBox(caption, parent)
+{
+    setObjectName(name);
+    auto* column = new QVBoxLayout(this);
+    column->setSpacing(fontMetrics().height() / 5);
+}
+
+QCheckBox* CheckFrame::addCheck(const BitCheck& check)
+{
+    auto* box = new QCheckBox(platform::toQString(check.caption), this);
+    box->setObjectName(platform::toQString(check.box));
+    box->setToolTip(platform::toQString(check.toolTip));
+    layout()->addWidget(box);
+    m_checks.emplace_back(&check, box);
+    return box;
+}
+
+void CheckFrame::load(std::uint8_t byte)
+{
+    for (const auto& [check, box] : m_checks) {
+        box->setChecked(isSet(*check, byte));
+    }
+}
+
+} // namespace tables

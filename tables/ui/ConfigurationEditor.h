@@ -1,0 +1,96 @@
+#pragma once
+
+#include "platform/MessageBoxes.h"
+#include "tables/DeviceSender.h"
+#include "tables/EditedRow.h"
+#include "tables/EditorHost.h"
+#include "tables/LiveTable.h"
+#include "tables/ui/ConfigurationControls.h"
+
+#include <QWidget>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+class QCheckBox;
+
+namespace tables {
+
+struct BitCheck;
+struct BitField;
+
+// The edit area beside the Configuration grid: the title and the controls that edit the grid's current row in the
+// meaning of its address. Every change goes straight into the row and marks it changed. The window lays this widget
+// out beside the grid, runs EditData_CFG() when the table asks for its editor, and connects the grid's double-click.
+class ConfigurationEditor final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // All five outlive this widget.
+    ConfigurationEditor(LiveTable& table, EditSession& session, EditorHost& host, DeviceSender& device,
+                        platform::MessageBoxes& boxes, QWidget* parent = nullptr);
+
+    // Opens the editor on the grid's current row. Editing is allowed afterwards, whatever it was before.
+    void EditData_CFG();
+
+    // Hides every control but the title.
+    void hideControls();
+    void setEditTitle(std::string_view title);
+    // Shows the line of words without any.
+    void showEmptyDecEntry();
+
+    // Offers to send the current row to the reader. Ignores the read-only first row, and a time when the device is
+    // busy.
+    void grdCFG_DblClick();
+
+    // Handlers of the controls, named after them. They write only while editing is allowed.
+    void radTk1_Click(int Index);
+    void radTk2_Click(int Index);
+    void radTk3_Click(int Index);
+    void radID_Click(int Index);
+    void chkSendSS_Click();
+    void chkSendEs_Click();
+    void chkSendLRC_Click();
+    void chkSendLC_Click();
+    void chkSendNBR_Click();
+    void radSendEr_Click(int Index);
+    void radSendTermAfter_Click(int Index);
+    void radTrkMap_Click(int Index);
+    void radP080A1_CFG_Click(int Index);
+    void radP080A23_CFG_Click(int Index);
+    void radP080E_CFG_Click(int Index);
+    void radP080S_CFG_Click(int Index);
+    void txtHexEntry_Change();
+    void txtHexEntry_KeyPress(int& KeyAscii);
+    void txtDecEntry_Change();
+    void txtDecEntry_KeyPress(int& KeyAscii);
+    void txtCharEntry_Change();
+    void txtComments_CFG_Change();
+
+private:
+    void connectOptions();
+    void connectEntries();
+    void loadControls(const std::string& value);
+    void loadDecimalBox(std::uint8_t byte);
+    void loadCharacterBox(std::uint8_t byte);
+    void showReadOnly(std::string_view text);
+    void showDelay();
+
+    void writeOption(const BitField& field, int index);
+    void writeCheck(const BitCheck& check, const QCheckBox* box);
+    [[nodiscard]] std::uint8_t takeByte();
+    void ensureTerminator();
+    [[nodiscard]] bool sendRow(const std::string& address);
+
+    LiveTable& m_table;
+    EditSession& m_session;
+    EditorHost& m_host;
+    DeviceSender& m_device;
+    platform::MessageBoxes& m_boxes;
+    EditedRow m_row;
+    ConfigurationControls m_controls;
+};
+
+} // namespace tables

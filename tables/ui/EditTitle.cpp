@@ -1,0 +1,31 @@
+#include "tables/ui/EditTitle.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace tables {
+
+EditTitle::EditTitle(const QString& name, QWidget* parent)
+    : PlainLabel(name, {}, parent)
+{
+    QFont bold = font();
+    bold.setBold(true);
+    setFont(bold);
+    setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+// One line high, with or without text: places are measured from the title's height.
+QSize EditTitle::sizeHint() const
+{
+    return {0, fontMetrics().height() + 2};
+}
+
+void EditTitle::paintEvent([[maybe_unused]] QPaintEvent* event)
+{
+    QPainter painter(this);
+    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    style()->drawItemText(&painter, rect(), int{Qt::AlignLeft | Qt::AlignVCenter}, palette(), isEnabled(), shown,
+                          foregroundRole());
+}
+
+} // namespace tables

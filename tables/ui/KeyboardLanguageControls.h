@@ -1,0 +1,69 @@
+#pragma once
+
+#include "tables/RowKinds.h"
+
+#include <QSize>
+
+#include <array>
+#include <string_view>
+
+class QWidget;
+
+namespace tables {
+
+class EditTitle;
+class EntryBox;
+class OptionFrame;
+class PlainLabel;
+struct BitField;
+
+// The controls of the Keyboard Language editor under their names, and their places. Every place is measured from the
+// title: its top, its height and its left edge.
+struct KeyboardLanguageControls
+{
+    // Builds all controls, hidden but for the title, as children of the area, which owns them.
+    explicit KeyboardLanguageControls(QWidget& area);
+
+    // Hides every frame, box and label but the title.
+    void hideAll();
+    // Shows the controls that edit a kind of row.
+    void showFor(KeyboardRow kind);
+    // Puts every control into its place within the area's present size.
+    void arrange(KeyboardRow kind);
+
+    // Room for the largest arrangement.
+    [[nodiscard]] QSize minimumSize() const;
+
+    EditTitle* lblEditTitle_KB = nullptr;
+    OptionFrame* frmA1_KB = nullptr;
+    OptionFrame* frmA23_KB = nullptr;
+    OptionFrame* frmE_KB = nullptr;
+    OptionFrame* frmS_KB = nullptr;
+    OptionFrame* frmShiftFlagA1_KB = nullptr;
+    OptionFrame* frmShiftFlagA2_KB = nullptr;
+    OptionFrame* frmShiftFlagA3_KB = nullptr;
+    OptionFrame* frmShiftFlagA4_KB = nullptr;
+    PlainLabel* lblScanCode_KB = nullptr;
+    EntryBox* txtHexEntry_KB = nullptr;
+    EntryBox* txtHexEntry2_KB = nullptr;
+    PlainLabel* lblHexEntry_KB = nullptr;
+    EntryBox* txtDecEntry_KB = nullptr; // no row shows it
+
+    std::array<OptionFrame*, 4> flagFrames{};  // of 080, from top to bottom
+    std::array<OptionFrame*, 4> shiftFrames{}; // of a pair
+
+private:
+    OptionFrame* addFrame(const BitField& field);
+    EntryBox* addBox(const QString& name, int digits, std::string_view prompt);
+    void stackFrames(const std::array<OptionFrame*, 4>& frames, double titleHeights);
+    void arrangeIdBytes();
+    void arrangeScanCode();
+    [[nodiscard]] int stackHeight(const std::array<OptionFrame*, 4>& frames, double titleHeights) const;
+    [[nodiscard]] int frameWidth() const;
+    [[nodiscard]] int belowTitle(double titleHeights) const;
+    [[nodiscard]] int entryLeft() const;
+
+    QWidget& m_area;
+};
+
+} // namespace tables

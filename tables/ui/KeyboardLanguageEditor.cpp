@@ -1,0 +1,271 @@
+#include "tables/ui/KeyboardLanguageEditor.h"
+
+#include "platform/qt/AnsiText.h"
+#include "tables/BitFields.h"
+#include "tables/EditorTexts.h"
+#include "tables/HexText.h"
+#include "tables/KeyFilters.h"
+#include "tables/ui/EditTitle.h"
+#include "tables/ui/EntryBox.h"
+#include "tables/ui/OptionFrame.h"
+#include "tables/ui/SendQuestion.h"
+
+#include <vector>
+
+namespace tables {
+
+namespace {
+
+constexpr std::size_t kIdDigits = 4; // two bytes
+
+bool isBlank(std::string_view text)
+{
+    return text.find_first_not_of(' ') == std::string_view::npos;
+}
+
+} // namespace
+
+KeyboardLanguageEditor::KeyboardLanguageEditor(LiveTable& table, EditSession& session, EditorHost& host,
+                                               DeviceSender& device, platform::MessageBoxes& boxes, QWidget* parent)
+    : QWidget(parent)
+    , m_table(table)
+    , m_session(session)
+    , m_host(host)
+    , m_device(device)
+    , m_boxes(boxes)
+    , m_row(table, session)
+    , m_controls(*this)
+{
+    setMinimumSize(m_controls.minimumSize());
+    connectControls();
+}
+
+void KeyboardLanguageEditor::connectControls()
+{
+    const auto onOption = [this](OptionFrame* frame, void (KeyboardLanguageEditor::*handler)(int)) {
+        connect(frame, &OptionFrame::optionClicked, this, handler);
+    };
+    onOption(m_controls.frmE_KB, &KeyboardLanguageEditor::radP080E_KB_Click);
+    onOption(m_controls.frmA1_KB, &KeyboardLanguageEditor::radP080A1_KB_Click);
+    onOption(m_controls.frmA23_KB, &KeyboardLanguageEditor::radP080A23_KB_Click);
+    onOption(m_controls.frmS_KB, &KeyboardLanguageEditor::radP080S_KB_Click);
+    onOption(m_controls.frmShiftFlagA1_KB, &KeyboardLanguageEditor::radShiftA1_KB_Click);
+    onOption(m_controls.frmShiftFlagA2_KB, &KeyboardLanguageEditor::radShiftA2_KB_Click);
+    onOption(m_controls.frmShiftFlagA3_KB, &KeyboardLanguageEditor::radShiftA3_KB_Click);
+    onOption(m_controls.frmShiftFlagA4_KB, &KeyboardLanguageEditor::radShiftA4_KB_Click);
+
+    m_controls.txtHexEntry_KB->setKeyFilter([this](int& KeyAscii) { txtHexEntry_KB_KeyPress(KeyAscii); });
+    m_controls.txtHexEntry2_KB->setKeyFilter([this](int& KeyAscii) { txtHexEntry2_KB_KeyPress(KeyAscii); });
+    connect(m_controls.txtHexEntry_KB, &QLineEdit::textChanged, this, &KeyboardLanguageEditor::txtHexEntry_KB_Change);
+    connect(m_controls.txtHexEntry2_KB, &QLineEdit::textChanged, this, &KeyboardLanguageEditor::txtHexEntry2_KB_Change);
+}
+
+void KeyboardLanguageEditor::EditData_KB()
+{
+    m_host.setStatusText({});
+    m_host.Hide_All();
+    const std::string address = m_row.text(kAddressColumn);
+    m_controls.lblEditTitle_KB->hide();
+    setEditTitle(editTitle_KB(address, m_row.text(kNotesColumn)));
+    m_controls.lblEditTitle_KB->show();
+    m_session.CurrentAddress = address;
+    m_session.EditState = EditSession::kLayingOutKeyboard;
+
+    m_kind = keyboardRow(address);
+    const std::string value = m_row.text(kValueColumn);
+    switch (m_kind) {
+    case KeyboardRow::Flags:
+        loadFlags(value);
+        break;
+    case KeyboardRow::IdBytes:
+        loadIdBytes(value);
+        break;
+    case KeyboardRow::Pair:
+        loadPair(value);
+        break;
+    case KeyboardRow::None:
+        break;
+    }
+    m_controls.arrange(m_kind);
+    m_controls.showFor(m_kind);
+    if (isBlank(address)) {
+        setEditTitle(kPastEndOfList);
+    }
+    m_table.grid().setCol(kAddressColumn);
+    m_session.EditState = EditSession::kEditing;
+}
+
+void KeyboardLanguageEditor::loadFlags(const std::string& value)
+{
+    m_host.setStatusText(binaryText(hexByte(value)));
+    for (OptionFrame* frame : m_controls.flagFrames) {
+        frame->load(value);
+    }
+}
+
+void KeyboardLanguageEditor::loadIdBytes(const std::string& value)
+{
+    const PairValue bytes = pairValue(value);
+    m_controls.txtHexEntry2_KB->setText(platform::toQString(hexTwoDigits(bytes.first) + hexTwoDigits(bytes.second)));
+    m_host.setStatusText(binaryText(bytes.first, bytes.second));
+}
+
+void KeyboardLanguageEditor::loadPair(const std::string& value)
+{
+    const PairValue pair = pairValue(value);
+    m_host.setStatusText(binaryText(pair.first, pair.second));
+    for (OptionFrame* frame : m_controls.shiftFrames) {
+        frame->load(leftOf(value, 2));
+    }
+    m_controls.txtHexEntry_KB->setText(platform::toQString(rightOf(value, 2)));
+    m_host.showEmptyDecEntry();
+}
+
+void KeyboardLanguageEditor::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    m_controls.arrange(m_kind);
+}
+
+void KeyboardLanguageEditor::hideControls()
+{
+    m_controls.hideAll();
+}
+
+void KeyboardLanguageEditor::setEditTitle(std::string_view title)
+{
+    m_controls.lblEditTitle_KB->setAnsiText(title);
+}
+
+// ---- the handlers ----
+
+void KeyboardLanguageEditor::radP080E_KB_Click(int Index)
+{
+    writeFlags(fields::radP080E, Index);
+}
+
+void KeyboardLanguageEditor::radP080A1_KB_Click(int Index)
+{
+    writeFlags(fields::radP080A1, Index);
+}
+
+void KeyboardLanguageEditor::radP080A23_KB_Click(int Index)
+{
+    writeFlags(fields::radP080A23, Index);
+}
+
+void KeyboardLanguageEditor::radP080S_KB_Click(int Index)
+{
+    writeFlags(fields::radP080S, Index);
+}
+
+void KeyboardLanguageEditor::radShiftA1_KB_Click(int Index)
+{
+    writeShiftFlag(fields::radShiftA1, Index);
+}
+
+void KeyboardLanguageEditor::radShiftA2_KB_Click(int Index)
+{
+    writeShiftFlag(fields::radShiftA2, Index);
+}
+
+void KeyboardLanguageEditor::radShiftA3_KB_Click(int Index)
+{
+    writeShiftFlag(fields::radShiftA3, Index);
+}
+
+void KeyboardLanguageEditor::radShiftA4_KB_Click(int Index)
+{
+    writeShiftFlag(fields::radShiftA4, Index);
+}
+
+// An emptied box stands for the scan code 00.
+void KeyboardLanguageEditor::txtHexEntry_KB_Change()
+{
+    if (m_row.mayEdit()) {
+        PairValue pair = pairValue(m_row.takeValue());
+        pair.second = hexByte(platform::toAnsi(m_controls.txtHexEntry_KB->text()));
+        writePair(pair);
+    }
+}
+
+void KeyboardLanguageEditor::txtHexEntry_KB_KeyPress(int& KeyAscii)
+{
+    KeyAscii = hexKey(KeyAscii);
+}
+
+void KeyboardLanguageEditor::txtHexEntry2_KB_Change()
+{
+    const std::string text = platform::toAnsi(m_controls.txtHexEntry2_KB->text());
+    if (!m_row.mayEdit() || text.size() != kIdDigits) {
+        return;
+    }
+    m_table.grid().setCol(kValueColumn);
+    m_row.writeText(pairText(pairValue(text)));
+    m_row.markChanged();
+}
+
+void KeyboardLanguageEditor::txtHexEntry2_KB_KeyPress(int& KeyAscii)
+{
+    KeyAscii = hexKey(KeyAscii);
+}
+
+// ---- writing back ----
+
+void KeyboardLanguageEditor::writeFlags(const BitField& field, int index)
+{
+    if (m_row.mayEdit()) {
+        m_row.writeByte(withOption(field, hexByte(m_row.takeValue()), index));
+    }
+}
+
+void KeyboardLanguageEditor::writeShiftFlag(const BitField& field, int index)
+{
+    if (m_row.mayEdit()) {
+        PairValue pair = pairValue(m_row.takeValue());
+        pair.first = withOption(field, pair.first, index);
+        writePair(pair);
+    }
+}
+
+void KeyboardLanguageEditor::writePair(const PairValue& pair)
+{
+    m_row.writeText(pairText(pair));
+    m_host.setStatusText(binaryText(pair.first, pair.second));
+    m_row.markChanged();
+}
+
+// ---- sending one row ----
+
+void KeyboardLanguageEditor::grdKB_DblClick()
+{
+    if (m_table.grid().row() < 1 || m_device.isBusy()) {
+        return;
+    }
+    const std::vector<std::string> settings = settings_KB(m_row.text(kAddressColumn), m_row.text(kValueColumn));
+    if (!confirmSend(m_boxes, sendQuestion_KB(settings)) || !sendSettings(settings)) {
+        return;
+    }
+    m_boxes.show({.text = sentNotice_KB(settings)});
+    EditData_KB();
+}
+
+bool KeyboardLanguageEditor::sendSettings(std::span<const std::string> settings)
+{
+    bool sent = false;
+    const auto work = [&] {
+        if (!m_device.OpenTheDeviceDriver()) {
+            return;
+        }
+        for (const std::string& setting : settings) {
+            const std::string command = "/rawsend WPW" + setting;
+            m_device.Send_Cmd(command);
+            m_host.setStatusText("Sent command: " + command);
+        }
+        m_device.CloseTheDeviceDriver();
+        sent = true;
+    };
+    return m_device.run(work) && sent;
+}
+
+} // namespace tables
