@@ -191,7 +191,7 @@ constexpr bool isParameter(std::uint32_t address)
 void writeDump(ReportText& report, const TableAccess& table)
 {
     report.line("Parameter table (all values in hex):");
-    writeDumpRows(report, 0x000, 0x02F, [&](std::uint32_t address) {
+    writeDumpRows(report, 0x000, 0x020, [&](std::uint32_t address) {
         return isParameter(address) ? table(tables::hexThreeDigits(address)) : std::string(kUndefined);
     });
     report.emptyLine();

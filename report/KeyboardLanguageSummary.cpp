@@ -110,7 +110,7 @@ void writeDump(ReportText& report, const TableAccess& table)
 {
     report.line("Parameter table (all values in hex):");
     report.emptyLine();
-    writeDumpRows(report, 0x080, 0x11F, [&](std::uint32_t address) { return dumpCell(table, address); });
+    writeDumpRows(report, 0x080, 0x110, [&](std::uint32_t address) { return dumpCell(table, address); });
     report.emptyLine();
 }
 

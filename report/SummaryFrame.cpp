@@ -33,11 +33,11 @@ void writeHeading(ReportText& report, const SummaryFacts& facts)
     report.line({rightAligned("Brennic Teslin " + facts.firmwareVersion, kTitleWidth), dateText(facts.date)});
 }
 
-void writeDumpRows(ReportText& report, std::uint32_t first, std::uint32_t last,
+void writeDumpRows(ReportText& report, std::uint32_t firstRow, std::uint32_t lastRow,
                    const std::function<std::string(std::uint32_t address)>& cell)
 {
     constexpr std::uint32_t kColumns = 16;
-    for (std::uint32_t row = first; row <= last; row += kColumns) {
+    for (std::uint32_t row = firstRow; row <= lastRow; row += kColumns) {
         std::string cells;
         for (std::uint32_t column = 0; column < kColumns; ++column) {
             if (column == kColumns / 2) {

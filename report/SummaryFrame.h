@@ -21,9 +21,9 @@ void writeHeading(ReportText& report, const SummaryFacts& facts);
 // What the dump shows for an address at which the reader has no parameter.
 constexpr std::string_view kUndefined = "**";
 
-// The rows of the dump: sixteen addresses a row in two groups of eight, from `first` up to `last`, which have to be the
-// first and the last address of a row. `cell` gives the text to show for an address, of any length.
-void writeDumpRows(ReportText& report, std::uint32_t first, std::uint32_t last,
+// The rows of the dump: sixteen addresses a row in two groups of eight, from the row that starts at firstRow to the one
+// that starts at lastRow. `cell` gives the text to show for an address, of any length.
+void writeDumpRows(ReportText& report, std::uint32_t firstRow, std::uint32_t lastRow,
                    const std::function<std::string(std::uint32_t address)>& cell);
 
 // The note that explains the tags of addresses.
