@@ -95,8 +95,7 @@ void writeCommandValues(ReportText& report, const ParameterBytes& val)
 
 void writeCardData(ReportText& report, const ParameterBytes& val)
 {
-    // The line of 01C shows the value of 029. That is the layout readers of the report know; the dump shows the true
-    // 01C.
+    // The line tagged 01C shows the value of 029, as the report has it; the dump shows the true 01C.
     report.line({"       PreCard Data: [01C] Code:      ", codeOrNotUsed(val("029"))});
     report.line({"                     [01D] Character: ", codeOrNotUsed(val("01D"))});
     report.line({"      PostCard Data: [01E] Character: ", codeOrNotUsed(val("01E"))});

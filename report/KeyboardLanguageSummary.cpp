@@ -48,6 +48,7 @@ constexpr std::array<std::string_view, 4> kAltCodeModes = {
 
 void writeKeyboardFlags(ReportText& report, std::uint8_t flags)
 {
+    // "keyboad" is how the report has it.
     report.line({"     Keyboard Flags: [080] * ",
                  (flags & 0x01) != 0 ? "Use internal US keyboad scancodes" : "Use table stored in parameter area"});
     report.line({"                           * Uses ",
