@@ -1,0 +1,51 @@
+#include "app/MainMenu.h"
+
+namespace app {
+
+namespace {
+
+QMenu* addMenu(QMenuBar& bar, const char* name, const char* caption)
+{
+    QMenu* menu = bar.addMenu(QLatin1String(caption));
+    menu->setObjectName(QLatin1String(name));
+    return menu;
+}
+
+QAction* addItem(QMenu* menu, const char* name, const char* caption)
+{
+    QAction* item = menu->addAction(QLatin1String(caption));
+    item->setObjectName(QLatin1String(name));
+    return item;
+}
+
+void addSeparator(QMenu* menu, const char* name)
+{
+    menu->addSeparator()->setObjectName(QLatin1String(name));
+}
+
+} // namespace
+
+MainMenu::MainMenu(QMenuBar& bar)
+{
+    QMenu* file = addMenu(bar, "mnuFile", "&File");
+    mnuOpen_CFG = addItem(file, "mnuOpen_CFG", "&Load Teslin Config File");
+    mnuSave_CFG = addItem(file, "mnuSave_CFG", "&Save  Teslin Config File");
+    mnuSaveAs_CFG = addItem(file, "mnuSaveAs_CFG", "Save  Teslin Config File &As...");
+    addSeparator(file, "mnuSep3");
+    mnuOpen_KB = addItem(file, "mnuOpen_KB", "Load &Keyboard Language File");
+    mnuSave_KB = addItem(file, "mnuSave_KB", "Sa&ve  Keyboard Language File");
+    mnuSaveAs_KB = addItem(file, "mnuSaveAs_KB", "Save  Ke&yboard Language File As...");
+    addSeparator(file, "mnuSep1");
+    mnuOptions = addItem(file, "mnuOptions", "Port Setup &Options");
+    addSeparator(file, "mnuSep2");
+    mnuExit = addItem(file, "mnuExit", "&Exit");
+
+    QMenu* tools = addMenu(bar, "mnuTools", "&Tools");
+    mnuEditSingle = addItem(tools, "mnuEditSingle", "&Edit Single Field");
+
+    QMenu* help = addMenu(bar, "menuHelp", "&Help");
+    mnuRead = addItem(help, "mnuRead", "&Brief help");
+    mnuAbout = addItem(help, "mnuAbout", "&About Teslin Configure");
+}
+
+} // namespace app

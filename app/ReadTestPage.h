@@ -1,0 +1,60 @@
+#pragma once
+
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QWidget>
+
+#include <functional>
+#include <string_view>
+
+namespace app {
+
+// The text box of the read test. While it has the keyboard, every key of the reader belongs to it: no shortcut, menu
+// letter or change of focus takes one away.
+class ReadTestBox final : public QPlainTextEdit
+{
+    Q_OBJECT
+
+public:
+    // Asked for each typed character (Windows-1252) before it is shown; gives the character to show.
+    using KeyPress = std::function<char(char)>;
+
+    explicit ReadTestBox(QWidget* parent = nullptr);
+
+    void setKeyPress(KeyPress keyPress) { m_keyPress = std::move(keyPress); }
+
+    // Texts are Windows-1252 with CR LF line ends. The caret ends up behind the text and in view.
+    void setAnsiText(std::string_view text);
+    void appendAnsiText(std::string_view text);
+
+protected:
+    bool event(QEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
+
+private:
+    void typed(const QString& text);
+    void typeOne(char character);
+    void caretToEnd();
+
+    KeyPress m_keyPress;
+};
+
+// The third tab: what to do, what the reader typed, and a button that clears it.
+class ReadTestPage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ReadTestPage(QWidget* parent = nullptr);
+
+    [[nodiscard]] ReadTestBox& txtReadTest() { return *m_box; }
+
+signals:
+    void cmdClearReadDisplay_Click();
+
+private:
+    ReadTestBox* m_box = nullptr;
+};
+
+} // namespace app

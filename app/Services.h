@@ -1,0 +1,31 @@
+#pragma once
+
+#include "platform/Beep.h"
+#include "platform/DeviceObject.h"
+#include "platform/DosNames.h"
+#include "platform/EventPump.h"
+#include "platform/MessageBoxes.h"
+#include "platform/ProfileStrings.h"
+#include "platform/SerialControl.h"
+
+#include <filesystem>
+#include <string>
+
+namespace app {
+
+// What the program uses of the system, handed to the main window at construction. Everything outlives the main window.
+struct Services
+{
+    platform::SerialControl& MSComm1;
+    platform::DeviceObject& driver;
+    platform::MessageBoxes& boxes;
+    platform::Beep& beep;
+    platform::EventPump& events;
+    platform::ProfileStrings& settings;
+    const platform::DosNames& dosNames;
+    std::filesystem::path programFolder; // holds Languages.txt; dialogs start here
+    std::string commandLine;             // without the program's name
+    int tickMilliseconds;                // of Timer1; 0 = no timer, ticks come from outside
+};
+
+} // namespace app

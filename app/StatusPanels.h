@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QLabel>
+#include <QProgressBar>
+#include <QStatusBar>
+
+namespace app {
+
+// The status bar: two panels, and a progress bar while a table is transferred. The panels are widgets of their own, so
+// that no passing hint wipes them.
+class StatusPanels final
+{
+public:
+    // Fills the given status bar, which owns the panels.
+    explicit StatusPanels(QStatusBar& bar);
+
+    void setFirst(const QString& text);
+    void setSecond(const QString& text);
+
+    // Shows the progress bar at done of total rows.
+    void showProgress(int done, int total);
+    void hideProgress();
+
+private:
+    QLabel* m_first = nullptr;
+    QLabel* m_second = nullptr;
+    QProgressBar* m_progress = nullptr;
+};
+
+} // namespace app

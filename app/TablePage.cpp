@@ -1,0 +1,42 @@
+#include "app/TablePage.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+
+namespace app {
+
+namespace {
+
+constexpr int kCommentLines = 4;
+
+} // namespace
+
+TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const QString& commentsName, QWidget* parent)
+    : QWidget(parent)
+{
+    m_grid = new tables::ParamGrid(table, this);
+    m_grid->setObjectName(gridName);
+    m_comments = new QPlainTextEdit(this);
+    m_comments->setObjectName(commentsName);
+    m_comments->setToolTip(tr("Type in any comments you want saved with this configuration"));
+    m_comments->setTabChangesFocus(true);
+    m_comments->setFixedHeight(m_comments->fontMetrics().lineSpacing() * kCommentLines + 14);
+    auto* commentsTitle = new QLabel(tr("&Comments"), this);
+    commentsTitle->setBuddy(m_comments);
+
+    m_editColumn = new QVBoxLayout;
+    m_editColumn->addWidget(commentsTitle);
+    m_editColumn->addWidget(m_comments);
+
+    auto* row = new QHBoxLayout(this);
+    row->addWidget(m_grid, 1);
+    row->addLayout(m_editColumn, 1);
+}
+
+void TablePage::setEditor(QWidget* editor)
+{
+    m_editColumn->insertWidget(0, editor, 1);
+    setTabOrder(m_grid, editor);
+}
+
+} // namespace app

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "tables/ui/ParamGrid.h"
+
+#include <QPlainTextEdit>
+#include <QVBoxLayout>
+#include <QWidget>
+
+namespace app {
+
+// The tab page of one table: the grid, and beside it the place of the field editor above the comment box.
+class TablePage final : public QWidget
+{
+    Q_OBJECT
+
+public:
+    // The names are those of the grid and of the comment box; the table outlives the page.
+    TablePage(tables::ParamTable& table, const QString& gridName, const QString& commentsName,
+              QWidget* parent = nullptr);
+
+    [[nodiscard]] tables::ParamGrid& grid() { return *m_grid; }
+    [[nodiscard]] QPlainTextEdit& comments() { return *m_comments; }
+
+    // Puts the field editor into its place; the page owns it then.
+    void setEditor(QWidget* editor);
+
+private:
+    tables::ParamGrid* m_grid = nullptr;
+    QPlainTextEdit* m_comments = nullptr;
+    QVBoxLayout* m_editColumn = nullptr;
+};
+
+} // namespace app

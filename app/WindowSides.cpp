@@ -1,0 +1,224 @@
+#include "app/WindowSides.h"
+
+#include "app/frmMain.h"
+#include "platform/qt/AnsiText.h"
+
+namespace app {
+
+using platform::toQString;
+
+// --- TableSide ---
+
+bool TableSide::CheckForUnsavedData()
+{
+    return m_tab == tables::kConfigurationTab ? m_window.CheckForUnsavedData_CFG() : m_window.CheckForUnsavedData_KB();
+}
+
+void TableSide::Hide_All()
+{
+    m_window.Hide_All();
+}
+
+void TableSide::EditData()
+{
+    if (m_tab == tables::kConfigurationTab) {
+        m_window.editor_CFG().EditData_CFG();
+    } else {
+        m_window.editor_KB().EditData_KB();
+    }
+}
+
+void TableSide::forgetCommentsAndFile()
+{
+    m_window.forgetCommentsAndFile(m_tab);
+}
+
+void TableSide::setTabCaption(std::string_view caption)
+{
+    m_window.tabs().setTabText(m_tab, toQString(caption));
+}
+
+void TableSide::setEditTitle(std::string_view title)
+{
+    if (m_tab == tables::kConfigurationTab) {
+        m_window.editor_CFG().setEditTitle(title);
+    } else {
+        m_window.editor_KB().setEditTitle(title);
+    }
+}
+
+void TableSide::setStatusText(std::string_view text)
+{
+    m_window.statusPanels().setFirst(toQString(text));
+}
+
+void TableSide::showEmptyDecEntry()
+{
+    m_window.editor_CFG().showEmptyDecEntry();
+}
+
+void TableSide::beep()
+{
+    m_window.services().beep.sound();
+}
+
+void TableSide::processPendingEvents()
+{
+    m_window.services().events.processPending();
+}
+
+// --- LinkSide ---
+
+void LinkSide::setStatusText(std::string_view text)
+{
+    m_window.statusPanels().setFirst(toQString(text));
+}
+
+void LinkSide::setPortText(std::string_view text)
+{
+    m_window.statusPanels().setSecond(toQString(text));
+}
+
+void LinkSide::setSendLamp(bool lit)
+{
+    m_window.identification().shpSend().setLit(lit);
+}
+
+void LinkSide::setRecvLamp(bool lit)
+{
+    m_window.identification().shpRecv().setLit(lit);
+}
+
+void LinkSide::setIdentification(device::Identification which, std::string_view caption)
+{
+    m_window.identification().setCaption(which, caption);
+}
+
+void LinkSide::showIdentification(device::Identification which, bool visible)
+{
+    m_window.identification().showValueAndTitle(which, visible);
+}
+
+void LinkSide::showDriverName()
+{
+    m_window.identification().showValue(device::Identification::Driver);
+}
+
+void LinkSide::GetLanguageName()
+{
+    m_window.GetLanguageName();
+}
+
+void LinkSide::ShowPleaseWait()
+{
+    m_window.ShowPleaseWait();
+}
+
+void LinkSide::HidePleaseWait()
+{
+    m_window.HidePleaseWait();
+}
+
+void LinkSide::EnableButtons(bool enabled)
+{
+    m_window.EnableButtons(enabled);
+}
+
+int LinkSide::currentTab() const
+{
+    return m_window.tabs().currentIndex();
+}
+
+bool LinkSide::CheckForUnsavedData_CFG()
+{
+    return m_window.CheckForUnsavedData_CFG();
+}
+
+bool LinkSide::CheckForUnsavedData_KB()
+{
+    return m_window.CheckForUnsavedData_KB();
+}
+
+void LinkSide::Hide_All()
+{
+    m_window.Hide_All();
+}
+
+void LinkSide::setExitCaption(std::string_view caption)
+{
+    m_window.toolbar().setExitCaption(toQString(caption));
+}
+
+void LinkSide::showProgress(int rowsDone, int rows)
+{
+    m_window.statusPanels().showProgress(rowsDone, rows);
+}
+
+void LinkSide::hideProgress()
+{
+    m_window.statusPanels().hideProgress();
+}
+
+void LinkSide::setReadTestText(std::string_view text)
+{
+    m_window.txtReadTest().setAnsiText(text);
+}
+
+void LinkSide::appendReadTestText(std::string_view text)
+{
+    m_window.txtReadTest().appendAnsiText(text);
+}
+
+void LinkSide::focusReadTest()
+{
+    if (m_window.txtReadTest().isVisible()) {
+        m_window.txtReadTest().setFocus();
+    }
+}
+
+void LinkSide::hideNotesButton()
+{
+    m_window.notesButton().hide();
+}
+
+void LinkSide::setEditTitle_CFG(std::string_view title)
+{
+    m_window.editor_CFG().setEditTitle(title);
+}
+
+void LinkSide::enableExitButton()
+{
+    m_window.toolbar().button(ToolbarKey::Exit).setEnabled(true);
+}
+
+bool LinkSide::isBusy() const
+{
+    return m_window.operations().isRunning();
+}
+
+bool LinkSide::run(const std::function<void()>& work)
+{
+    return m_window.operations().run(work);
+}
+
+bool LinkSide::OpenTheDeviceDriver()
+{
+    return m_window.connection().OpenTheDeviceDriver();
+}
+
+void LinkSide::CloseTheDeviceDriver()
+{
+    m_window.connection().CloseTheDeviceDriver();
+}
+
+void LinkSide::Send_Cmd(std::string_view cmd)
+{
+    m_window.protocol().Send_Cmd(cmd);
+}
+
+void LinkSide::Send_Parameter_CFG(const std::string& address)
+{
+    m_window.protocol().Send_Parameter_CFG(address);
+}
+
+} // namespace app

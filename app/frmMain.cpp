@@ -1,0 +1,425 @@
+#include "app/frmMain.h"
+
+#include "app/DriverCheck.h"
+#include "app/LanguageList.h"
+#include "app/ProgramConfig.h"
+#include "app/ProgramText.h"
+#include "app/WindowPlacement.h"
+#include "device/Commands.h"
+#include "platform/qt/AnsiText.h"
+
+#include <QCloseEvent>
+#include <QVBoxLayout>
+
+namespace app {
+
+using platform::toAnsi;
+using platform::toQString;
+
+namespace {
+
+constexpr QSize kDesignedSize{1000, 640};
+
+} // namespace
+
+frmMain::frmMain(const Services& services)
+    : m_services(services)
+    , m_table_CFG(tables::configurationKind())
+    , m_table_KB(tables::keyboardLanguageKind())
+    , m_menu(*menuBar())
+    , m_toolbar(new MainToolbar(this))
+    , m_status(*statusBar())
+    , m_identification(new IdentificationStrip(this))
+    , SSTab1(new QTabWidget(this))
+    , m_page_CFG(new TablePage(m_table_CFG, QStringLiteral("grdCFG"), QStringLiteral("txtComments_CFG"), this))
+    , m_page_KB(new TablePage(m_table_KB, QStringLiteral("grdKB"), QStringLiteral("txtComments_KB"), this))
+    , m_page_ReadTest(new ReadTestPage(this))
+    , lblFilename(new QLabel(this))
+    , btnNotes(new QPushButton(tr("&Notes"), this))
+    , m_pleaseWait(this)
+    , m_side_CFG(*this, tables::kConfigurationTab)
+    , m_side_KB(*this, tables::kKeyboardLanguageTab)
+    , m_linkSide(*this)
+    , m_live_CFG(m_table_CFG, m_page_CFG->grid(), m_side_CFG, m_session)
+    , m_live_KB(m_table_KB, m_page_KB->grid(), m_side_KB, m_session)
+    , m_tables{.CFG = m_live_CFG, .KB = m_live_KB, .session = m_session}
+    , m_editor_CFG(
+          new tables::ConfigurationEditor(m_live_CFG, m_session, m_side_CFG, m_linkSide, services.boxes, m_page_CFG))
+    , m_editor_KB(
+          new tables::KeyboardLanguageEditor(m_live_KB, m_session, m_side_KB, m_linkSide, services.boxes, m_page_KB))
+    , m_protocol(m_link, m_operations, services.MSComm1, services.events, m_linkSide, services.boxes, m_tables)
+    , m_connection(m_link, m_protocol, services.MSComm1, services.driver, m_linkSide, m_portSetup, services.boxes)
+    , m_transfer(m_link, m_operations, m_protocol, m_connection, services.MSComm1, m_linkSide, m_linkSide, m_tables)
+    , m_readTest(m_link, m_protocol, m_connection, services.MSComm1, services.events, m_linkSide, m_linkSide)
+{
+    buildWindow();
+    connectEverything();
+}
+
+frmMain::~frmMain() = default;
+
+void frmMain::buildWindow()
+{
+    setObjectName(QStringLiteral("frmMain"));
+    setWindowTitle(toQString(kProgramTitle));
+    setContextMenuPolicy(Qt::NoContextMenu);
+    resize(kDesignedSize);
+    addToolBar(m_toolbar);
+
+    m_page_CFG->setEditor(m_editor_CFG);
+    m_page_KB->setEditor(m_editor_KB);
+    SSTab1->setObjectName(QStringLiteral("SSTab1"));
+    SSTab1->addTab(m_page_CFG, toQString(tables::configurationKind().caption));
+    SSTab1->addTab(m_page_KB, toQString(tables::keyboardLanguageKind().caption));
+    SSTab1->addTab(m_page_ReadTest, tr("Read Test"));
+
+    lblFilename->setObjectName(QStringLiteral("lblFilename"));
+    lblFilename->setTextFormat(Qt::PlainText);
+    lblFilename->hide();
+    btnNotes->setObjectName(QStringLiteral("btnNotes"));
+
+    auto* bottom = new QHBoxLayout;
+    bottom->addWidget(lblFilename, 1);
+    bottom->addStretch();
+    bottom->addWidget(btnNotes);
+    auto* central = new QWidget(this);
+    auto* column = new QVBoxLayout(central);
+    column->addWidget(m_identification);
+    column->addWidget(SSTab1, 1);
+    column->addLayout(bottom);
+    setCentralWidget(central);
+}
+
+void frmMain::connectEverything()
+{
+    connect(m_toolbar, &MainToolbar::buttonClicked, this, &frmMain::Toolbar1_ButtonClick);
+    connect(m_menu.mnuExit, &QAction::triggered, this, &frmMain::mnuExit_Click);
+    connect(m_menu.mnuRead, &QAction::triggered, this, &frmMain::mnuRead_Click);
+    connect(btnNotes, &QPushButton::clicked, this, &frmMain::btnNotes_Click);
+    connect(SSTab1, &QTabWidget::currentChanged, this, &frmMain::tabMoved);
+    connect(m_identification, &IdentificationStrip::lblDriverName_Change, this,
+            [this](const QString& caption) { m_status.setFirst(caption); });
+    connect(&m_page_CFG->comments(), &QPlainTextEdit::textChanged, m_editor_CFG,
+            &tables::ConfigurationEditor::txtComments_CFG_Change);
+
+    connect(m_page_ReadTest, &ReadTestPage::cmdClearReadDisplay_Click, this,
+            [this] { m_readTest.cmdClearReadDisplay_Click(); });
+    m_page_ReadTest->txtReadTest().setKeyPress([this](char KeyAscii) {
+        return m_readTest.txtReadTest_KeyPress(KeyAscii, {.Track1Start = m_language.Track1Start,
+                                                          .Track2Start = m_language.Track2Start,
+                                                          .Track3Start = m_language.Track3Start,
+                                                          .TrackEnd = m_language.TrackEnd});
+    });
+
+    const auto follow = [this](tables::ParamGrid& grid, tables::LiveTable& table) {
+        connect(&grid, &tables::ParamGrid::rowCurrentChanged, this, [&table] { table.rowChanged(); });
+        connect(&grid, &tables::ParamGrid::selectionMoved, this, [&table] { table.selectionChanged(); });
+    };
+    follow(m_page_CFG->grid(), m_live_CFG);
+    follow(m_page_KB->grid(), m_live_KB);
+    connect(&m_page_CFG->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_CFG,
+            &tables::ConfigurationEditor::grdCFG_DblClick);
+    connect(&m_page_KB->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_KB,
+            &tables::KeyboardLanguageEditor::grdKB_DblClick);
+
+    m_operations.setAfterwards([this] { operationEnded(); });
+    Timer1.setTimerType(Qt::PreciseTimer);
+    connect(&Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
+}
+
+// --- Start-up ---
+
+void frmMain::Form_Load()
+{
+    // The ticks drive every wait, and one may come before start-up is over.
+    if (m_services.tickMilliseconds > 0) {
+        Timer1.start(m_services.tickMilliseconds);
+    }
+    KSD_Driver_Is_Installed(m_services.dosNames, m_services.boxes, m_services.beep);
+    m_link.PortNumber = 0;
+    GetProgramConfig(m_services.settings, m_link, m_portSetup);
+    show();
+    while (!isVisible()) {
+        m_services.events.waitForEvents();
+    }
+    restorePlacement();
+    Hide_All();
+    buildTables();
+    if (!m_services.commandLine.empty() && (m_services.commandLine[0] == 'R' || m_services.commandLine[0] == 'r')) {
+        SSTab1->setCurrentIndex(tables::kReadTestTab);
+    }
+    m_session.EditState = tables::EditSession::kEditing;
+    m_live_CFG.grid().setRow(1);
+    m_live_CFG.grid().setCol(tables::kValueColumn); // last: opening the editor moves the column
+}
+
+void frmMain::restorePlacement()
+{
+    QRect placement = geometry();
+    int left = pos().x();
+    int top = pos().y();
+    int width = placement.width();
+    int height = placement.height();
+    int ignoredState = kNormalWindow; // the main window always starts in its normal state
+    bool found = false;
+    LoadWindowPlacement(m_services.settings, objectName(), left, top, width, height, ignoredState, found);
+    showNormal();
+    if (found) {
+        placeOnScreen(*this, {left, top, width, height});
+    }
+}
+
+void frmMain::buildTables()
+{
+    m_session.EditState = tables::EditSession::kFilling;
+    // Moving between the tabs is only a way to name the table here, not a visit.
+    const QSignalBlocker blocker(SSTab1);
+    for (const int tab : {int{tables::kKeyboardLanguageTab}, int{tables::kConfigurationTab}}) {
+        SSTab1->setCurrentIndex(tab);
+        m_tables.InitGrids(tab);
+    }
+}
+
+void frmMain::GetLanguageName()
+{
+    if (const auto caption = lookUpLanguage(m_services.programFolder, m_link.KeyboardLanguageId, m_language)) {
+        m_identification->setLanguage(*caption);
+    }
+}
+
+// --- Toolbar and menus ---
+
+void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
+{
+    const bool exits = key == ToolbarKey::Exit;
+    if (m_operations.isRunning() && !exits) {
+        return;
+    }
+    m_link.UserAbort = false;
+    if (SSTab1->currentIndex() == tables::kReadTestTab && !exits) {
+        return;
+    }
+    switch (key) {
+    case ToolbarKey::Retrieve:
+        retrieve();
+        break;
+    case ToolbarKey::Update:
+        m_operations.run([this] { m_transfer.UpdateDevice(); });
+        break;
+    case ToolbarKey::Default:
+        m_tables.InitGrids(SSTab1->currentIndex());
+        break;
+    case ToolbarKey::Load:
+    case ToolbarKey::Save:
+    case ToolbarKey::Summary:
+        break;
+    case ToolbarKey::Exit:
+        if (m_toolbar->exitReadsExit()) {
+            mnuExit_Click();
+        } else {
+            m_link.UserAbort = true;
+        }
+        break;
+    }
+}
+
+void frmMain::retrieve()
+{
+    m_operations.run([this] {
+        tables::LiveTable& table = SSTab1->currentIndex() == tables::kConfigurationTab ? m_live_CFG : m_live_KB;
+        if (m_transfer.btnRetrieveParms_Click()) {
+            // Every row now is what the reader holds: no edit is left that could be lost.
+            table.table().TableChanged = false;
+        }
+    });
+}
+
+void frmMain::mnuExit_Click()
+{
+    if (!m_operations.isRunning()) {
+        m_connection.CloseTheDeviceDriver();
+    }
+    close();
+}
+
+void frmMain::mnuRead_Click()
+{
+    m_services.boxes.show({.text = briefHelp(), .title = "Teslin Configure help"});
+}
+
+void frmMain::btnNotes_Click()
+{
+    const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
+    m_services.boxes.show(
+        {.text = onConfiguration ? notesOnConfiguration() : notesOnKeyboardLanguage(),
+         .title = onConfiguration ? "Notes on the Configuration table" : "Notes on the Keyboard Language table",
+         .icon = platform::BoxIcon::Information});
+}
+
+void frmMain::EnableButtons(bool enabled)
+{
+    m_toolbar->enableButtons(enabled);
+}
+
+void frmMain::Hide_All()
+{
+    m_editor_CFG->hideControls();
+    m_editor_KB->hideControls();
+}
+
+void frmMain::ShowPleaseWait()
+{
+    m_pleaseWait.showOver(*this);
+}
+
+void frmMain::HidePleaseWait()
+{
+    m_pleaseWait.hide();
+}
+
+void frmMain::Timer1_Timer()
+{
+    m_protocol.Timer1_Timer();
+}
+
+// --- Tabs ---
+
+// A tab click while the device is in use is carried out when the operation has ended.
+void frmMain::tabMoved()
+{
+    if (m_operations.isRunning() || SSTab1->currentIndex() == m_handledTab) {
+        return;
+    }
+    const int previousTab = m_handledTab;
+    m_handledTab = SSTab1->currentIndex();
+    m_operations.run([this, previousTab] { SSTab1_Click(previousTab); });
+}
+
+void frmMain::SSTab1_Click(int previousTab)
+{
+    if (previousTab == tables::kReadTestTab) {
+        m_readTest.leave();
+    }
+    switch (SSTab1->currentIndex()) {
+    case tables::kConfigurationTab:
+        showTable(m_live_CFG);
+        break;
+    case tables::kKeyboardLanguageTab:
+        showTable(m_live_KB);
+        break;
+    default:
+        m_toolbar->button(ToolbarKey::Retrieve).setEnabled(false);
+        m_toolbar->button(ToolbarKey::Update).setEnabled(false);
+        m_readTest.StartReadTest();
+        break;
+    }
+}
+
+void frmMain::showTable(tables::LiveTable& table)
+{
+    btnNotes->show();
+    EnableButtons(true);
+    table.reopenEditor();
+    showFileName();
+}
+
+void frmMain::showFileName()
+{
+    const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
+    const QString name = toQString(onConfiguration ? m_files.ConfigFileName : m_files.LanguageFileName);
+    const QString otherKind = onConfiguration ? QStringLiteral(".txt") : QStringLiteral(".tlc");
+    lblFilename->setText(name);
+    lblFilename->setVisible(!name.isEmpty() && !name.contains(QLatin1Char('*')) &&
+                            !name.endsWith(otherKind, Qt::CaseInsensitive));
+}
+
+void frmMain::forgetCommentsAndFile(tables::Tab tab)
+{
+    const bool configuration = tab == tables::kConfigurationTab;
+    (configuration ? m_page_CFG : m_page_KB)->comments().clear();
+    (configuration ? m_files.ConfigFileName : m_files.LanguageFileName).clear();
+    lblFilename->clear();
+}
+
+// --- Unsaved changes and the end ---
+
+bool frmMain::CheckForUnsavedData_CFG()
+{
+    return checkForUnsavedData(m_live_CFG);
+}
+
+bool frmMain::CheckForUnsavedData_KB()
+{
+    return checkForUnsavedData(m_live_KB);
+}
+
+bool frmMain::checkForUnsavedData(tables::LiveTable& table)
+{
+    if (!table.table().TableChanged) {
+        return true;
+    }
+    const std::string caption(table.table().kind().caption);
+    const platform::BoxAnswer answer =
+        m_services.boxes.show({.text = caption + " table changed but not saved!\r\nDo you wish to save now?",
+                               .title = caption,
+                               .icon = platform::BoxIcon::Question,
+                               .buttons = platform::BoxButtons::YesNoCancel,
+                               .defaultButton = platform::BoxAnswer::Yes});
+    return answer != platform::BoxAnswer::Cancel;
+}
+
+bool frmMain::Form_QueryUnload()
+{
+    // Both are always asked, whatever the first answer was.
+    const bool mayDiscard_CFG = CheckForUnsavedData_CFG();
+    const bool mayDiscard_KB = CheckForUnsavedData_KB();
+    return mayDiscard_CFG && mayDiscard_KB;
+}
+
+void frmMain::Form_Unload()
+{
+    SaveProgramConfig(m_services.settings, m_link, m_portSetup, *this);
+    m_link.UserAbort = true;
+    m_operations.setClosing(true);
+    m_connection.CloseTheDeviceDriver();
+    m_pleaseWait.hide();
+    emit unloaded();
+}
+
+void frmMain::closeEvent(QCloseEvent* event)
+{
+    if (m_operations.isRunning()) {
+        // The operation first puts its row and its port in order; operationEnded() closes the window then.
+        m_link.UserAbort = true;
+        m_operations.setClosing(true);
+        event->ignore();
+        return;
+    }
+    if (m_isUnloading || m_isUnloaded) {
+        event->setAccepted(m_isUnloaded);
+        return;
+    }
+    m_isUnloading = true;
+    m_isUnloaded = Form_QueryUnload();
+    m_isUnloading = false;
+    if (m_isUnloaded) {
+        Form_Unload();
+    }
+    event->setAccepted(m_isUnloaded);
+}
+
+void frmMain::operationEnded()
+{
+    if (m_link.connectionLost) {
+        m_link.connectionLost = false;
+        m_status.setFirst(tr("Lost the connection to COM%1").arg(m_link.PortNumber));
+    }
+    if (m_operations.isClosing() && !m_isUnloaded) {
+        m_operations.setClosing(false);
+        close();
+        return;
+    }
+    tabMoved();
+}
+
+} // namespace app

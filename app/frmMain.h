@@ -1,0 +1,152 @@
+#pragma once
+
+#include "app/IdentificationStrip.h"
+#include "app/MainMenu.h"
+#include "app/MainToolbar.h"
+#include "app/PortSetup.h"
+#include "app/ReadTestPage.h"
+#include "app/RememberedFiles.h"
+#include "app/Services.h"
+#include "app/StatusPanels.h"
+#include "app/TablePage.h"
+#include "app/WindowSides.h"
+#include "app/frmPleaseWait.h"
+#include "device/ReadTest.h"
+#include "device/TableTransfer.h"
+#include "files/KeyboardLayouts.h"
+#include "tables/ParamTables.h"
+#include "tables/ui/ConfigurationEditor.h"
+#include "tables/ui/KeyboardLanguageEditor.h"
+
+#include <QLabel>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTimer>
+
+namespace app {
+
+// The main window. Owns what the whole program shares, both tables and the link, and hands things to each other: the
+// work itself is done in the rooms below.
+class frmMain final : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit frmMain(const Services& services);
+    ~frmMain() override;
+
+    // Start-up, in its given order; shows the window. Call once, from the event loop.
+    void Form_Load();
+
+    void Toolbar1_ButtonClick(ToolbarKey key);
+    void SSTab1_Click(int previousTab);
+    void btnNotes_Click();
+    void mnuExit_Click();
+    void mnuRead_Click();
+
+    // Sets the enabled state of toolbar buttons 1 to 6.
+    void EnableButtons(bool enabled);
+    // Hides the controls of both field editors, not their titles.
+    void Hide_All();
+    void ShowPleaseWait();
+    void HidePleaseWait();
+
+    // Asks what to do with unsaved changes of a table; true = the caller may go on.
+    [[nodiscard]] bool CheckForUnsavedData_CFG();
+    [[nodiscard]] bool CheckForUnsavedData_KB();
+
+    // Empties comments and remembered file name of a table.
+    void forgetCommentsAndFile(tables::Tab tab);
+    // Looks up the reader's keyboard layout in Languages.txt and shows its name.
+    void GetLanguageName();
+
+    // The pieces, for those who connect them.
+    [[nodiscard]] const Services& services() const { return m_services; }
+    [[nodiscard]] tables::ParamTables& paramTables() { return m_tables; }
+    [[nodiscard]] device::LinkState& link() { return m_link; }
+    [[nodiscard]] device::Operations& operations() { return m_operations; }
+    [[nodiscard]] device::CommandProtocol& protocol() { return m_protocol; }
+    [[nodiscard]] device::DriverConnection& connection() { return m_connection; }
+    [[nodiscard]] PortSetup& portSetup() { return m_portSetup; }
+    [[nodiscard]] IdentificationStrip& identification() { return *m_identification; }
+    [[nodiscard]] StatusPanels& statusPanels() { return m_status; }
+    [[nodiscard]] MainToolbar& toolbar() { return *m_toolbar; }
+    [[nodiscard]] QTabWidget& tabs() { return *SSTab1; }
+    [[nodiscard]] ReadTestBox& txtReadTest() { return m_page_ReadTest->txtReadTest(); }
+    [[nodiscard]] QPushButton& notesButton() { return *btnNotes; }
+    [[nodiscard]] tables::ConfigurationEditor& editor_CFG() { return *m_editor_CFG; }
+    [[nodiscard]] tables::KeyboardLanguageEditor& editor_KB() { return *m_editor_KB; }
+
+signals:
+    // The window has been closed for good, its settings are written: the program may end.
+    void unloaded();
+
+public slots:
+    // One tick of the 50 ms timer.
+    void Timer1_Timer();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void buildWindow();
+    void connectEverything();
+    void restorePlacement();
+    void buildTables();
+    void retrieve();
+
+    void tabMoved();
+    void operationEnded();
+    void showTable(tables::LiveTable& table);
+    void showFileName();
+
+    [[nodiscard]] bool checkForUnsavedData(tables::LiveTable& table);
+    [[nodiscard]] bool Form_QueryUnload();
+    void Form_Unload();
+
+    Services m_services;
+
+    // The shared state.
+    tables::ParamTable m_table_CFG;
+    tables::ParamTable m_table_KB;
+    tables::EditSession m_session;
+    device::LinkState m_link;
+    device::Operations m_operations;
+    PortSetup m_portSetup;
+    RememberedFiles m_files;
+    files::KeyboardLanguage m_language;
+
+    // The window.
+    MainMenu m_menu;
+    MainToolbar* m_toolbar = nullptr;
+    StatusPanels m_status;
+    IdentificationStrip* m_identification = nullptr;
+    QTabWidget* SSTab1 = nullptr;
+    TablePage* m_page_CFG = nullptr;
+    TablePage* m_page_KB = nullptr;
+    ReadTestPage* m_page_ReadTest = nullptr;
+    QLabel* lblFilename = nullptr;
+    QPushButton* btnNotes = nullptr;
+    frmPleaseWait m_pleaseWait;
+    QTimer Timer1;
+    bool m_isUnloading = false; // the questions of the end are being asked
+    bool m_isUnloaded = false;
+    int m_handledTab = 0; // the tab for which SSTab1_Click ran last
+
+    // The rooms below, and what they see of this window.
+    TableSide m_side_CFG;
+    TableSide m_side_KB;
+    LinkSide m_linkSide;
+    tables::LiveTable m_live_CFG;
+    tables::LiveTable m_live_KB;
+    tables::ParamTables m_tables;
+    tables::ConfigurationEditor* m_editor_CFG = nullptr;
+    tables::KeyboardLanguageEditor* m_editor_KB = nullptr;
+    device::CommandProtocol m_protocol;
+    device::DriverConnection m_connection;
+    device::TableTransfer m_transfer;
+    device::ReadTest m_readTest;
+};
+
+} // namespace app

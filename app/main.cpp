@@ -1,0 +1,63 @@
+#include "app/ProgramText.h"
+#include "app/frmMain.h"
+#include "device/ReplyPeriod.h"
+#include "platform/qt/AnsiText.h"
+#include "platform/qt/QtBeep.h"
+#include "platform/qt/QtEventPump.h"
+#include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtSerialControl.h"
+
+#include <QApplication>
+#include <QStandardPaths>
+#include <QTimer>
+
+#include <filesystem>
+
+// Composes the program: the system's services, the main window, the event loop.
+
+namespace {
+
+// What the user wrote behind the program's name, less what the toolkit took for itself.
+std::string commandLine()
+{
+    return platform::toAnsi(QApplication::arguments().mid(1).join(QLatin1Char(' ')).trimmed());
+}
+
+std::filesystem::path toPath(const QString& name)
+{
+    return std::filesystem::path(name.toStdU16String());
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication application(argc, argv);
+    // The program ends when the main window says so, after its questions and with its settings written.
+    QApplication::setQuitOnLastWindowClosed(false);
+
+    const platform::DosNames dosNames;
+    platform::QtSerialControl MSComm1(dosNames);
+    const std::unique_ptr<platform::DeviceObject> driver = platform::makeDeviceObject(dosNames);
+    platform::QtMessageBoxes boxes(platform::toQString(app::kProgramTitle));
+    platform::QtBeep beep;
+    platform::QtEventPump events;
+    const std::filesystem::path program = toPath(QApplication::applicationFilePath());
+    const std::filesystem::path configFolder =
+        toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+    platform::ProfileStrings settings(platform::settingsFilePath(program, configFolder));
+
+    app::frmMain frmMain({.MSComm1 = MSComm1,
+                          .driver = *driver,
+                          .boxes = boxes,
+                          .beep = beep,
+                          .events = events,
+                          .settings = settings,
+                          .dosNames = dosNames,
+                          .programFolder = program.parent_path(),
+                          .commandLine = commandLine(),
+                          .tickMilliseconds = device::ReplyPeriod::kTickMilliseconds});
+    QObject::connect(&frmMain, &app::frmMain::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
+    QTimer::singleShot(0, &frmMain, &app::frmMain::Form_Load);
+    return QApplication::exec();
+}

@@ -1,0 +1,103 @@
+#include "platform/posix/NewFile.h"
+
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <string>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+// Other saves of this process, and those that died with the same process number, may hold a few names.
+constexpr int kMostNames = 1000;
+
+// Without this a loss of power may undo the renaming. The file is in its place already, so a failure is none of its.
+void bringToDisk(const fs::path& folder)
+{
+    const char* const path = folder.empty() ? "." : folder.c_str();
+    const Descriptor descriptor(::open(path, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+    if (descriptor.isOpen()) {
+        static_cast<void>(::fsync(descriptor.number()));
+    }
+}
+
+} // namespace
+
+Result<void> writeAll(const Descriptor& file, std::string_view bytes)
+{
+    while (!bytes.empty()) {
+        const ssize_t count = uninterrupted([&] { return ::write(file.number(), bytes.data(), bytes.size()); });
+        if (count < 0) {
+            return lastSystemError();
+        }
+        bytes.remove_prefix(static_cast<std::size_t>(count));
+    }
+    return {};
+}
+
+Result<NewFile> NewFile::beside(const fs::path& place, mode_t mode)
+{
+    const std::string start = ".teslin-" + std::to_string(::getpid()) + "-";
+    for (int number = 0; number < kMostNames; ++number) {
+        fs::path path = place.parent_path() / (start + std::to_string(number));
+        Descriptor file(
+            uninterrupted([&] { return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); }));
+        if (file.isOpen()) {
+            return NewFile(std::move(path), std::move(file));
+        }
+        if (errno != EEXIST) {
+            return lastSystemError();
+        }
+    }
+    return systemError(EEXIST);
+}
+
+NewFile::~NewFile()
+{
+    if (!m_path.empty()) {
+        ::unlink(m_path.c_str());
+    }
+}
+
+void NewFile::resemble(const struct stat& look)
+{
+    constexpr mode_t kPermissions = 07777;
+    constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
+    // An ordinary user may give a file to a group of his, but not away. The mode comes last: a change of owner clears
+    // parts of it.
+    const bool isOwnerKept = ::fchown(m_file.number(), look.st_uid, look.st_gid) == 0;
+    if (!isOwnerKept) {
+        static_cast<void>(::fchown(m_file.number(), kSameOwner, look.st_gid) == 0);
+    }
+    static_cast<void>(::fchmod(m_file.number(), look.st_mode & kPermissions));
+}
+
+Result<void> NewFile::write(std::string_view bytes)
+{
+    const Result<void> written = writeAll(m_file, bytes);
+    if (!written) {
+        return written;
+    }
+    if (::fsync(m_file.number()) != 0 || !m_file.close()) {
+        return lastSystemError();
+    }
+    return {};
+}
+
+Result<void> NewFile::moveTo(const fs::path& place)
+{
+    if (::rename(m_path.c_str(), place.c_str()) != 0) {
+        return lastSystemError();
+    }
+    m_path.clear();
+    bringToDisk(place.parent_path());
+    return {};
+}
+
+} // namespace platform

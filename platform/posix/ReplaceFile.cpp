@@ -1,0 +1,209 @@
+#include "platform/ReplaceFile.h"
+
+#include "platform/posix/Descriptor.h"
+#include "platform/posix/NewFile.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace platform {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+constexpr int kMostLinks = 40; // as many as the system itself follows
+
+// Neither a pipe without a writer nor a line without a carrier may hold the program up.
+Descriptor openExisting(const fs::path& path, int access)
+{
+    return Descriptor(uninterrupted([&] { return ::open(path.c_str(), access | O_NOCTTY | O_NONBLOCK | O_CLOEXEC); }));
+}
+
+// The file that a chain of links ends at; it need not exist.
+Result<fs::path> realFile(fs::path path)
+{
+    for (int links = 0; links < kMostLinks; ++links) {
+        std::error_code noLink;
+        const fs::path target = fs::read_symlink(path, noLink);
+        if (noLink) {
+            return path;
+        }
+        path = path.parent_path() / target;
+    }
+    return systemError(ELOOP);
+}
+
+// Reads on from where the file stands; the size is a hint.
+Result<std::string> readToEnd(const Descriptor& file, std::size_t expected)
+{
+    std::string bytes;
+    std::size_t size = 0;
+    for (;;) {
+        if (size == bytes.size()) {
+            bytes.resize(std::max(expected + 1, 2 * size));
+        }
+        const ssize_t count =
+            uninterrupted([&] { return ::read(file.number(), bytes.data() + size, bytes.size() - size); });
+        if (count < 0) {
+            return lastSystemError();
+        }
+        size += static_cast<std::size_t>(count);
+        if (size > kLargestFile) {
+            return systemError(EFBIG);
+        }
+        if (count == 0) {
+            bytes.resize(size);
+            return bytes;
+        }
+    }
+}
+
+Result<void> writeFromStart(const Descriptor& file, std::string_view bytes)
+{
+    if (::lseek(file.number(), 0, SEEK_SET) != 0) {
+        return lastSystemError();
+    }
+    const Result<void> written = writeAll(file, bytes);
+    if (!written) {
+        return written;
+    }
+    if (::ftruncate(file.number(), static_cast<off_t>(bytes.size())) != 0 || ::fsync(file.number()) != 0) {
+        return lastSystemError();
+    }
+    return {};
+}
+
+// The file keeps its space until the new content stands, so a full disk has room for the old content again.
+Result<void> writeInPlace(const fs::path& path, std::string_view bytes)
+{
+    std::optional<std::string> old;
+    Descriptor file = openExisting(path, O_RDWR);
+    if (file.isOpen()) {
+        Result<std::string> content = readToEnd(file, 0);
+        if (content) {
+            old = std::move(content).value();
+        }
+    } else {
+        file = openExisting(path, O_WRONLY);
+    }
+    if (!file.isOpen()) {
+        return lastSystemError();
+    }
+    const Result<void> written = writeFromStart(file, bytes);
+    if (!written && old) {
+        static_cast<void>(writeFromStart(file, *old));
+    }
+    if (written && !file.close()) {
+        return lastSystemError();
+    }
+    return written;
+}
+
+Result<void> writeDevice(const fs::path& path, std::string_view bytes)
+{
+    Descriptor device = openExisting(path, O_WRONLY);
+    if (!device.isOpen()) {
+        return lastSystemError();
+    }
+    const Result<void> written = writeAll(device, bytes);
+    if (written && !device.close()) {
+        return lastSystemError();
+    }
+    return written;
+}
+
+bool allowsNewFiles(const fs::path& folder)
+{
+    const char* const path = folder.empty() ? "." : folder.c_str();
+    return ::faccessat(AT_FDCWD, path, W_OK | X_OK, AT_EACCESS) == 0;
+}
+
+// A folder without write permission, a sticky folder with another's file in it, a read-only folder in which this file
+// alone is mounted, ...
+bool isRefusalOfTheFolder(const SystemError& error)
+{
+    return error.number == EACCES || error.number == EPERM || error.number == EROFS || error.number == EBUSY;
+}
+
+// An empty look is that of a file that does not exist yet.
+Result<void> writeBeside(const fs::path& path, std::string_view bytes, const std::optional<struct stat>& look)
+{
+    // Nobody else may look into what replaces a private file, not even before it has that file's mode.
+    Result<NewFile> made = NewFile::beside(path, look ? 0600 : 0666);
+    if (!made) {
+        return made.error();
+    }
+    NewFile file = std::move(made).value();
+    if (look) {
+        file.resemble(*look);
+    }
+    const Result<void> written = file.write(bytes);
+    return written ? file.moveTo(path) : written;
+}
+
+} // namespace
+
+Result<std::string> readFile(const fs::path& path)
+{
+    const Descriptor file = openExisting(path, O_RDONLY);
+    struct stat look = {};
+    if (!file.isOpen() || ::fstat(file.number(), &look) != 0) {
+        return lastSystemError();
+    }
+    if (!S_ISREG(look.st_mode)) {
+        return systemError(S_ISDIR(look.st_mode) ? EISDIR : EINVAL);
+    }
+    const auto size = static_cast<std::uintmax_t>(look.st_size);
+    if (size > kLargestFile) {
+        return systemError(EFBIG);
+    }
+    return readToEnd(file, static_cast<std::size_t>(size));
+}
+
+Result<void> replaceFile(const fs::path& path, std::string_view bytes)
+{
+    const Result<fs::path> file = realFile(path);
+    if (!file) {
+        return file.error();
+    }
+    struct stat look = {};
+    if (::stat(file.value().c_str(), &look) != 0) {
+        const SystemError error = lastSystemError();
+        return error.number == ENOENT && !path.empty() ? writeBeside(file.value(), bytes, {}) : error;
+    }
+    if (!S_ISREG(look.st_mode)) {
+        return writeDevice(file.value(), bytes);
+    }
+    if (!openExisting(file.value(), O_WRONLY).isOpen()) {
+        return lastSystemError();
+    }
+    const Result<void> replaced = writeBeside(file.value(), bytes, look);
+    if (!replaced && isRefusalOfTheFolder(replaced.error())) {
+        return writeInPlace(file.value(), bytes);
+    }
+    return replaced;
+}
+
+bool canReplaceFile(const fs::path& path)
+{
+    const Result<fs::path> file = realFile(path);
+    if (!file || !file.value().has_filename()) {
+        return false;
+    }
+    struct stat look = {};
+    if (::stat(file.value().c_str(), &look) != 0) {
+        return errno == ENOENT && allowsNewFiles(file.value().parent_path());
+    }
+    return S_ISREG(look.st_mode) && openExisting(file.value(), O_WRONLY).isOpen();
+}
+
+} // namespace platform

@@ -1,0 +1,39 @@
+# The Debian packages that the project needs, and how to get them. Sourced by ./run and ./test.
+
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libgl-dev)
+screen_packages=(xvfb xauth xdotool fonts-dejavu-core)
+
+# Installs those of the given packages that are missing. Says what to do when it may not.
+need_packages() {
+    local package missing=()
+    for package in "$@"; do
+        dpkg-query -W -f='${Status}' "$package" 2>/dev/null | grep -q 'ok installed' || missing+=("$package")
+    done
+    [ ${#missing[@]} -eq 0 ] && return 0
+    local root=()
+    if [ "$(id -u)" -ne 0 ]; then
+        if command -v sudo >/dev/null && { [ -t 0 ] || sudo -n true 2>/dev/null; }; then
+            root=(sudo)
+        else
+            echo "These Debian packages are missing and cannot be installed from here:" >&2
+            echo "    ${missing[*]}" >&2
+            echo "Please run: sudo apt-get install ${missing[*]}" >&2
+            return 1
+        fi
+    fi
+    echo "Installing ${missing[*]}"
+    "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get update -qq &&
+        "${root[@]}" env DEBIAN_FRONTEND=noninteractive apt-get install -y -qq --no-install-recommends \
+            "${missing[@]}" >/dev/null
+}
+
+# Configures and builds a preset. Further arguments go to the configuration.
+build_preset() {
+    local preset=$1
+    shift
+    local launcher=()
+    command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
+    cmake --preset "$preset" "${launcher[@]}" "$@" >"build/$preset.log" 2>&1 ||
+        { cat "build/$preset.log"; return 1; }
+    cmake --build "build/$preset" >>"build/$preset.log" 2>&1 || { tail -n 60 "build/$preset.log"; return 1; }
+}
