@@ -51,7 +51,7 @@ inline std::set<std::string> namesIn(const std::filesystem::path& folder)
 {
     std::set<std::string> names;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
-        names.insert(std::filesystem::relative(entry.path(), folder).string());
+        names.insert(entry.path().lexically_relative(folder).string());
     }
     return names;
 }
