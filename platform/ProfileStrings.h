@@ -1,8 +1,43 @@
 #pragma once
+
+#include "platform/ProfileText.h"
+
+#include <cstddef>
 #include <filesystem>
 #include <string>
 #include <string_view>
+
 namespace platform {
-class ProfileStrings { public: explicit ProfileStrings(std::filesystem::path) {} std::string get(std::string_view, std::string_view) const { return {}; } bool set(std::string_view, std::string_view, std::string_view) { return true; } };
-inline std::filesystem::path settingsFilePath(const std::filesystem::path& p, const std::filesystem::path&) { return p; }
-}
+
+// The settings file of a program: in the program's own folder, named as the program without its extension (what follows
+// the last dot of its name), with the extension ".INI". Links to the program are followed.
+[[nodiscard]] std::filesystem::path settingsFileBeside(const std::filesystem::path& executablePath);
+
+// Where the program keeps its settings: beside itself when that file can be written, else a file of the same name in
+// the user's own folder for settings. Creates nothing.
+[[nodiscard]] std::filesystem::path settingsFilePath(const std::filesystem::path& executablePath,
+                                                     const std::filesystem::path& userConfigFolder);
+
+// The profile strings of one file. The file is read at each call and replaced whole or not at all at each change;
+// nothing is kept in memory. Failures are silent: settings are a convenience, and the program works without.
+class ProfileStrings final
+{
+public:
+    // Settings that a file does not have yet come from the fallback file, if one is given: the file beside an installed
+    // program, which a user may read but not write. As soon as the file exists it alone counts; it begins as a copy.
+    explicit ProfileStrings(std::filesystem::path file, std::filesystem::path fallback = {});
+
+    // See profileString(). Empty also when the file cannot be read.
+    [[nodiscard]] std::string get(std::string_view section, std::string_view key,
+                                  std::size_t bufferSize = kProfileBufferSize) const;
+
+    // See withProfileString(). Makes the file and its folder when they are missing. False when the value could not be
+    // stored; the file is then as it was.
+    bool set(std::string_view section, std::string_view key, std::string_view value) const;
+
+private:
+    std::filesystem::path m_file;
+    std::filesystem::path m_fallback;
+};
+
+} // namespace platform
