@@ -45,7 +45,8 @@ int main(int argc, char* argv[])
     const std::filesystem::path program = toPath(QApplication::applicationFilePath());
     const std::filesystem::path configFolder =
         toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
-    platform::ProfileStrings settings(platform::settingsFilePath(program, configFolder));
+    platform::ProfileStrings settings(platform::settingsFilePath(program, configFolder),
+                                      platform::settingsFileBeside(program));
 
     app::frmMain frmMain({.MSComm1 = MSComm1,
                           .driver = *driver,
