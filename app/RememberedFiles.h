@@ -1,14 +1,14 @@
 #pragma once
 
-#include <string>
+#include <filesystem>
 
 namespace app {
 
 // The file last opened or saved of each table, as the user named it. Empty, or a pattern with a "*", means none yet.
 struct RememberedFiles
 {
-    std::string ConfigFileName;
-    std::string LanguageFileName;
+    std::filesystem::path ConfigFileName;
+    std::filesystem::path LanguageFileName;
 };
 
 } // namespace app

@@ -4,6 +4,7 @@
 #include "platform/DeviceObject.h"
 #include "platform/DosNames.h"
 #include "platform/EventPump.h"
+#include "platform/FileDialogs.h"
 #include "platform/MessageBoxes.h"
 #include "platform/ProfileStrings.h"
 #include "platform/SerialControl.h"
@@ -19,6 +20,7 @@ struct Services
     platform::SerialControl& MSComm1;
     platform::DeviceObject& driver;
     platform::MessageBoxes& boxes;
+    platform::FileDialogs& fileDialogs;
     platform::Beep& beep;
     platform::EventPump& events;
     platform::ProfileStrings& settings;

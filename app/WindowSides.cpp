@@ -2,6 +2,7 @@
 
 #include "app/frmMain.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/PathText.h"
 
 namespace app {
 
@@ -126,7 +127,7 @@ void LinkSide::EnableButtons(bool enabled)
 
 int LinkSide::currentTab() const
 {
-    return m_window.tabs().currentIndex();
+    return m_window.handledTab();
 }
 
 bool LinkSide::CheckForUnsavedData_CFG()
@@ -219,6 +220,69 @@ void LinkSide::Send_Cmd(std::string_view cmd)
 void LinkSide::Send_Parameter_CFG(const std::string& address)
 {
     m_window.protocol().Send_Parameter_CFG(address);
+}
+
+// --- FileSide ---
+
+int FileSide::currentTab() const
+{
+    return m_window.tabs().currentIndex();
+}
+
+std::string FileSide::comments(tables::Tab tab) const
+{
+    return platform::toAnsi(m_window.comments(tab).toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n")));
+}
+
+void FileSide::setComments(tables::Tab tab, std::string_view text)
+{
+    m_window.comments(tab).setPlainText(toQString(text));
+}
+
+std::filesystem::path FileSide::rememberedFile(tables::Tab tab) const
+{
+    const RememberedFiles& files = m_window.rememberedFiles();
+    return tab == tables::kConfigurationTab ? files.ConfigFileName : files.LanguageFileName;
+}
+
+void FileSide::rememberFile(tables::Tab tab, const std::filesystem::path& name)
+{
+    m_window.rememberFile(tab, name);
+}
+
+std::string FileSide::displayName(const std::filesystem::path& name) const
+{
+    return platform::toAnsi(platform::pathText(name));
+}
+
+void FileSide::Hide_All()
+{
+    m_window.Hide_All();
+}
+
+void FileSide::setEditTitle_CFG(std::string_view title)
+{
+    m_window.editor_CFG().setEditTitle(title);
+}
+
+void FileSide::EditData_CFG()
+{
+    m_window.editor_CFG().EditData_CFG();
+}
+
+void FileSide::EditData_KB()
+{
+    m_window.editor_KB().EditData_KB();
+}
+
+void FileSide::EnableButtons(bool enabled)
+{
+    m_window.EnableButtons(enabled);
+}
+
+void FileSide::beep()
+{
+    m_window.services().beep.sound();
 }
 
 } // namespace app

@@ -3,6 +3,7 @@
 #include "device/LinkWindow.h"
 #include "device/ReadTest.h"
 #include "device/TransferWindow.h"
+#include "files/TableFileWindow.h"
 #include "tables/DeviceSender.h"
 #include "tables/EditorHost.h"
 #include "tables/ParamTables.h"
@@ -83,6 +84,31 @@ public:
     void CloseTheDeviceDriver() override;
     void Send_Cmd(std::string_view cmd) override;
     void Send_Parameter_CFG(const std::string& address) override;
+
+private:
+    frmMain& m_window;
+};
+
+// What opening and saving table files sees.
+class FileSide final : public files::TableFileWindow
+{
+public:
+    explicit FileSide(frmMain& window)
+        : m_window(window)
+    {}
+
+    [[nodiscard]] int currentTab() const override;
+    [[nodiscard]] std::string comments(tables::Tab tab) const override;
+    void setComments(tables::Tab tab, std::string_view text) override;
+    [[nodiscard]] std::filesystem::path rememberedFile(tables::Tab tab) const override;
+    void rememberFile(tables::Tab tab, const std::filesystem::path& name) override;
+    [[nodiscard]] std::string displayName(const std::filesystem::path& name) const override;
+    void Hide_All() override;
+    void setEditTitle_CFG(std::string_view title) override;
+    void EditData_CFG() override;
+    void EditData_KB() override;
+    void EnableButtons(bool enabled) override;
+    void beep() override;
 
 private:
     frmMain& m_window;

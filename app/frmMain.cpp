@@ -7,8 +7,13 @@
 #include "app/WindowPlacement.h"
 #include "device/Commands.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/PathText.h"
 
 #include <QCloseEvent>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QMimeData>
+#include <QUrl>
 #include <QVBoxLayout>
 
 namespace app {
@@ -19,6 +24,17 @@ using platform::toQString;
 namespace {
 
 constexpr QSize kDesignedSize{1000, 640};
+
+bool isTableFile(const QMimeData& dropped)
+{
+    const QList<QUrl> urls = dropped.urls();
+    if (urls.size() != 1 || !urls.constFirst().isLocalFile()) {
+        return false;
+    }
+    const QString name = urls.constFirst().toLocalFile();
+    return name.endsWith(QLatin1String(".tlc"), Qt::CaseInsensitive) ||
+           name.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive);
+}
 
 } // namespace
 
@@ -40,6 +56,7 @@ frmMain::frmMain(const Services& services)
     , m_side_CFG(*this, tables::kConfigurationTab)
     , m_side_KB(*this, tables::kKeyboardLanguageTab)
     , m_linkSide(*this)
+    , m_fileSide(*this)
     , m_live_CFG(m_table_CFG, m_page_CFG->grid(), m_side_CFG, m_session)
     , m_live_KB(m_table_KB, m_page_KB->grid(), m_side_KB, m_session)
     , m_tables{.CFG = m_live_CFG, .KB = m_live_KB, .session = m_session}
@@ -51,12 +68,20 @@ frmMain::frmMain(const Services& services)
     , m_connection(m_link, m_protocol, services.MSComm1, services.driver, m_linkSide, m_portSetup, services.boxes)
     , m_transfer(m_link, m_operations, m_protocol, m_connection, services.MSComm1, m_linkSide, m_linkSide, m_tables)
     , m_readTest(m_link, m_protocol, m_connection, services.MSComm1, services.events, m_linkSide, m_linkSide)
+    , m_fileFlows(m_tables, m_fileSide, services.fileDialogs, services.boxes, services.programFolder)
 {
     buildWindow();
     connectEverything();
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain()
+{
+    // The pages go while the tables and the link that they report to are still here.
+    Timer1.stop();
+    m_operations.setAfterwards({});
+    hide();
+    delete takeCentralWidget();
+}
 
 void frmMain::buildWindow()
 {
@@ -64,6 +89,7 @@ void frmMain::buildWindow()
     setWindowTitle(toQString(kProgramTitle));
     setContextMenuPolicy(Qt::NoContextMenu);
     resize(kDesignedSize);
+    setAcceptDrops(true);
     addToolBar(m_toolbar);
 
     m_page_CFG->setEditor(m_editor_CFG);
@@ -93,6 +119,15 @@ void frmMain::buildWindow()
 void frmMain::connectEverything()
 {
     connect(m_toolbar, &MainToolbar::buttonClicked, this, &frmMain::Toolbar1_ButtonClick);
+    const auto onFileMenu = [this](QAction* entry, void (frmMain::*handler)(tables::Tab), tables::Tab tab) {
+        connect(entry, &QAction::triggered, this, [this, handler, tab] { (this->*handler)(tab); });
+    };
+    onFileMenu(m_menu.mnuOpen_CFG, &frmMain::mnuOpen_Click, tables::kConfigurationTab);
+    onFileMenu(m_menu.mnuSave_CFG, &frmMain::mnuSave_Click, tables::kConfigurationTab);
+    onFileMenu(m_menu.mnuSaveAs_CFG, &frmMain::mnuSaveAs_Click, tables::kConfigurationTab);
+    onFileMenu(m_menu.mnuOpen_KB, &frmMain::mnuOpen_Click, tables::kKeyboardLanguageTab);
+    onFileMenu(m_menu.mnuSave_KB, &frmMain::mnuSave_Click, tables::kKeyboardLanguageTab);
+    onFileMenu(m_menu.mnuSaveAs_KB, &frmMain::mnuSaveAs_Click, tables::kKeyboardLanguageTab);
     connect(m_menu.mnuExit, &QAction::triggered, this, &frmMain::mnuExit_Click);
     connect(m_menu.mnuRead, &QAction::triggered, this, &frmMain::mnuRead_Click);
     connect(btnNotes, &QPushButton::clicked, this, &frmMain::btnNotes_Click);
@@ -210,7 +245,12 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
         m_tables.InitGrids(SSTab1->currentIndex());
         break;
     case ToolbarKey::Load:
+        m_fileFlows.OpenTableFile();
+        break;
     case ToolbarKey::Save:
+        mnuSaveAs_Click(SSTab1->currentIndex() == tables::kConfigurationTab ? tables::kConfigurationTab
+                                                                            : tables::kKeyboardLanguageTab);
+        break;
     case ToolbarKey::Summary:
         break;
     case ToolbarKey::Exit:
@@ -226,12 +266,67 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
 void frmMain::retrieve()
 {
     m_operations.run([this] {
-        tables::LiveTable& table = SSTab1->currentIndex() == tables::kConfigurationTab ? m_live_CFG : m_live_KB;
+        tables::LiveTable& table = m_handledTab == tables::kConfigurationTab ? m_live_CFG : m_live_KB;
         if (m_transfer.btnRetrieveParms_Click()) {
             // Every row now is what the reader holds: no edit is left that could be lost.
             table.table().TableChanged = false;
         }
     });
+}
+
+// Files belong to the table whose tab is shown. False while the device is in use: a table must not be replaced under a
+// transfer.
+bool frmMain::selectTabOf(tables::Tab tab)
+{
+    if (m_operations.isRunning()) {
+        return false;
+    }
+    SSTab1->setCurrentIndex(tab);
+    return true;
+}
+
+void frmMain::mnuOpen_Click(tables::Tab tab)
+{
+    if (selectTabOf(tab)) {
+        m_fileFlows.OpenTableFile();
+    }
+}
+
+void frmMain::mnuSave_Click(tables::Tab tab)
+{
+    if (selectTabOf(tab)) {
+        m_fileFlows.SaveTable();
+    }
+}
+
+void frmMain::mnuSaveAs_Click(tables::Tab tab)
+{
+    if (selectTabOf(tab)) {
+        m_fileFlows.SaveTableFileAs();
+    }
+}
+
+void frmMain::openDroppedFile(const std::filesystem::path& name)
+{
+    const bool isConfiguration = platform::pathText(name).endsWith(QLatin1String(".tlc"), Qt::CaseInsensitive);
+    if (selectTabOf(isConfiguration ? tables::kConfigurationTab : tables::kKeyboardLanguageTab)) {
+        m_fileFlows.openFile(name);
+    }
+}
+
+void frmMain::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (isTableFile(*event->mimeData()) && !m_operations.isRunning()) {
+        event->acceptProposedAction();
+    }
+}
+
+void frmMain::dropEvent(QDropEvent* event)
+{
+    if (isTableFile(*event->mimeData())) {
+        event->acceptProposedAction();
+        openDroppedFile(platform::toPath(event->mimeData()->urls().constFirst().toLocalFile()));
+    }
 }
 
 void frmMain::mnuExit_Click()
@@ -326,7 +421,8 @@ void frmMain::showTable(tables::LiveTable& table)
 void frmMain::showFileName()
 {
     const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
-    const QString name = toQString(onConfiguration ? m_files.ConfigFileName : m_files.LanguageFileName);
+    const QString name =
+        platform::pathText(rememberedFile(onConfiguration ? tables::kConfigurationTab : tables::kKeyboardLanguageTab));
     const QString otherKind = onConfiguration ? QStringLiteral(".txt") : QStringLiteral(".tlc");
     lblFilename->setText(name);
     lblFilename->setVisible(!name.isEmpty() && !name.contains(QLatin1Char('*')) &&
@@ -335,25 +431,41 @@ void frmMain::showFileName()
 
 void frmMain::forgetCommentsAndFile(tables::Tab tab)
 {
-    const bool configuration = tab == tables::kConfigurationTab;
-    (configuration ? m_page_CFG : m_page_KB)->comments().clear();
-    (configuration ? m_files.ConfigFileName : m_files.LanguageFileName).clear();
+    comments(tab).clear();
+    rememberedFile(tab).clear();
     lblFilename->clear();
+    lblFilename->hide();
+}
+
+QPlainTextEdit& frmMain::comments(tables::Tab tab)
+{
+    return (tab == tables::kConfigurationTab ? m_page_CFG : m_page_KB)->comments();
+}
+
+std::filesystem::path& frmMain::rememberedFile(tables::Tab tab)
+{
+    return tab == tables::kConfigurationTab ? m_files.ConfigFileName : m_files.LanguageFileName;
+}
+
+void frmMain::rememberFile(tables::Tab tab, const std::filesystem::path& name)
+{
+    rememberedFile(tab) = name;
+    showFileName();
 }
 
 // --- Unsaved changes and the end ---
 
 bool frmMain::CheckForUnsavedData_CFG()
 {
-    return checkForUnsavedData(m_live_CFG);
+    return checkForUnsavedData(tables::kConfigurationTab, m_live_CFG);
 }
 
 bool frmMain::CheckForUnsavedData_KB()
 {
-    return checkForUnsavedData(m_live_KB);
+    return checkForUnsavedData(tables::kKeyboardLanguageTab, m_live_KB);
 }
 
-bool frmMain::checkForUnsavedData(tables::LiveTable& table)
+bool frmMain::checkForUnsavedData(tables::Tab tab, const tables::LiveTable& table)
 {
     if (!table.table().TableChanged) {
         return true;
@@ -365,6 +477,12 @@ bool frmMain::checkForUnsavedData(tables::LiveTable& table)
                                .icon = platform::BoxIcon::Question,
                                .buttons = platform::BoxButtons::YesNoCancel,
                                .defaultButton = platform::BoxAnswer::Yes});
+    if (answer == platform::BoxAnswer::Yes) {
+        // The dialog saves the table of the current tab, which need not be the one asked about. Whatever becomes of the
+        // dialog, the user has decided to go on.
+        SSTab1->setCurrentIndex(tab);
+        m_fileFlows.SaveTableFileAs();
+    }
     return answer != platform::BoxAnswer::Cancel;
 }
 

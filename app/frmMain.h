@@ -14,6 +14,7 @@
 #include "device/ReadTest.h"
 #include "device/TableTransfer.h"
 #include "files/KeyboardLayouts.h"
+#include "files/TableFileFlows.h"
 #include "tables/ParamTables.h"
 #include "tables/ui/ConfigurationEditor.h"
 #include "tables/ui/KeyboardLanguageEditor.h"
@@ -56,6 +57,15 @@ public:
     [[nodiscard]] bool CheckForUnsavedData_CFG();
     [[nodiscard]] bool CheckForUnsavedData_KB();
 
+    // File menu entries: each shows its table's tab first.
+    void mnuOpen_Click(tables::Tab tab);
+    void mnuSave_Click(tables::Tab tab);
+    void mnuSaveAs_Click(tables::Tab tab);
+    // A table file was dropped on the window: opens it on the tab of its kind.
+    void openDroppedFile(const std::filesystem::path& name);
+    [[nodiscard]] const RememberedFiles& rememberedFiles() const { return m_files; }
+    void rememberFile(tables::Tab tab, const std::filesystem::path& name);
+
     // Empties comments and remembered file name of a table.
     void forgetCommentsAndFile(tables::Tab tab);
     // Looks up the reader's keyboard layout in Languages.txt and shows its name.
@@ -72,7 +82,10 @@ public:
     [[nodiscard]] IdentificationStrip& identification() { return *m_identification; }
     [[nodiscard]] StatusPanels& statusPanels() { return m_status; }
     [[nodiscard]] MainToolbar& toolbar() { return *m_toolbar; }
+    // The tab that is in effect: while the device is in use, a click on another one waits.
+    [[nodiscard]] int handledTab() const { return m_handledTab; }
     [[nodiscard]] QTabWidget& tabs() { return *SSTab1; }
+    [[nodiscard]] QPlainTextEdit& comments(tables::Tab tab);
     [[nodiscard]] ReadTestBox& txtReadTest() { return m_page_ReadTest->txtReadTest(); }
     [[nodiscard]] QPushButton& notesButton() { return *btnNotes; }
     [[nodiscard]] tables::ConfigurationEditor& editor_CFG() { return *m_editor_CFG; }
@@ -88,6 +101,8 @@ public slots:
 
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
 
 private:
     void buildWindow();
@@ -100,8 +115,10 @@ private:
     void operationEnded();
     void showTable(tables::LiveTable& table);
     void showFileName();
+    [[nodiscard]] std::filesystem::path& rememberedFile(tables::Tab tab);
+    [[nodiscard]] bool selectTabOf(tables::Tab tab);
 
-    [[nodiscard]] bool checkForUnsavedData(tables::LiveTable& table);
+    [[nodiscard]] bool checkForUnsavedData(tables::Tab tab, const tables::LiveTable& table);
     [[nodiscard]] bool Form_QueryUnload();
     void Form_Unload();
 
@@ -138,6 +155,7 @@ private:
     TableSide m_side_CFG;
     TableSide m_side_KB;
     LinkSide m_linkSide;
+    FileSide m_fileSide;
     tables::LiveTable m_live_CFG;
     tables::LiveTable m_live_KB;
     tables::ParamTables m_tables;
@@ -147,6 +165,7 @@ private:
     device::DriverConnection m_connection;
     device::TableTransfer m_transfer;
     device::ReadTest m_readTest;
+    files::TableFileFlows m_fileFlows;
 };
 
 } // namespace app

@@ -38,7 +38,7 @@ function(teslin_upper_floor name)
     cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
     add_library(${name} STATIC ${ARG_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON AUTORCC ON)
-    target_link_libraries(${name} PUBLIC teslin_qt_options Qt6::Widgets ${ARG_LINKS})
+    target_link_libraries(${name} PUBLIC teslin_options Qt6::Widgets ${ARG_LINKS} PRIVATE teslin_qt_options)
 endfunction()
 
 function(teslin_test name)
@@ -51,7 +51,8 @@ function(teslin_test name)
     endif()
     add_executable(${name} ${ARG_SOURCES})
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-    target_link_libraries(${name} PRIVATE teslin_qt_options Qt6::Test ${ARG_LINKS})
+    # Tests may write texts as plain literals; the program may not.
+    target_link_libraries(${name} PRIVATE teslin_options Qt6::Test ${ARG_LINKS})
     add_test(NAME ${name} COMMAND ${name})
     set_tests_properties(
         ${name}

@@ -1,0 +1,92 @@
+#pragma once
+
+#include "app/frmMain.h"
+#include "platform/Beep.h"
+#include "platform/qt/PathText.h"
+#include "platform/qt/QtEventPump.h"
+#include "simulator/ReaderModel.h"
+#include "tests/support/TestFileDialogs.h"
+#include "tests/support/TestMessageBoxes.h"
+#include "tests/support/WindowReader.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QToolButton>
+
+#include <memory>
+
+namespace testsupport {
+
+class CountingBeep final : public platform::Beep
+{
+public:
+    void sound() override { ++count; }
+    int count = 0;
+};
+
+// The real main window on a scripted reader, in a folder of its own. Ticks come every millisecond instead of every
+// fifty, so the whole timing is the product's own, only faster.
+class MainWindowFixture
+{
+public:
+    MainWindowFixture()
+    {
+        QDir(folder.path()).mkpath(QStringLiteral("dos/c:/Windows/system32/drivers"));
+        QFile driverFile(folder.filePath(QStringLiteral("dos/c:/Windows/system32/drivers/Teslin.sys")));
+        driverFileExists = driverFile.open(QIODevice::WriteOnly);
+        reader.answers = [this](const std::string& command) { return model.answerTo(command); };
+    }
+
+    // Builds the window and runs its start-up.
+    app::frmMain& start(std::string commandLine = {})
+    {
+        window.reset();
+        dosNames = std::make_unique<platform::DosNames>(platform::toPath(folder.filePath(QStringLiteral("dos"))));
+        settings = std::make_unique<platform::ProfileStrings>(settingsFile());
+        window = std::make_unique<app::frmMain>(app::Services{.MSComm1 = reader,
+                                                              .driver = driver,
+                                                              .boxes = boxes,
+                                                              .fileDialogs = dialogs,
+                                                              .beep = beep,
+                                                              .events = events,
+                                                              .settings = *settings,
+                                                              .dosNames = *dosNames,
+                                                              .programFolder = platform::toPath(folder.path()),
+                                                              .commandLine = std::move(commandLine),
+                                                              .tickMilliseconds = 1});
+        window->Form_Load();
+        return *window;
+    }
+
+    [[nodiscard]] std::filesystem::path settingsFile() const
+    {
+        return platform::toPath(folder.filePath(QStringLiteral("TeslinConfigure.INI")));
+    }
+
+    template <typename Control>
+    [[nodiscard]] Control* find(const char* name) const
+    {
+        return window->findChild<Control*>(QLatin1String(name));
+    }
+    [[nodiscard]] QString textOf(const char* label) const { return find<QLabel>(label)->text(); }
+    void press(const char* key) const { QTest::mouseClick(find<QToolButton>(key), Qt::LeftButton); }
+    [[nodiscard]] tables::ParamTable& table_CFG() const { return window->paramTables().CFG.table(); }
+    [[nodiscard]] tables::ParamTable& table_KB() const { return window->paramTables().KB.table(); }
+
+    QTemporaryDir folder;
+    bool driverFileExists = false;
+    simulator::ReaderModel model;
+    WindowReader reader;
+    WindowDriver driver;
+    TestMessageBoxes boxes;
+    TestFileDialogs dialogs;
+    CountingBeep beep;
+    platform::QtEventPump events;
+    std::unique_ptr<platform::DosNames> dosNames;
+    std::unique_ptr<platform::ProfileStrings> settings;
+    std::unique_ptr<app::frmMain> window;
+};
+
+} // namespace testsupport
