@@ -1,9 +1,10 @@
 #include "tables/ui/CheckFrame.h"
 
 #include "platform/qt/AnsiText.h"
+#include "tables/ui/FrameColumn.h"
 
 #include <QCheckBox>
-#include <QVBoxLayout>
+#include <QLayout>
 
 namespace tables {
 
@@ -11,8 +12,7 @@ CheckFrame::CheckFrame(const QString& name, const QString& caption, QWidget* par
     : QGroupBox(caption, parent)
 {
     setObjectName(name);
-    auto* column = new QVBoxLayout(this);
-    column->setSpacing(fontMetrics().height() / 5);
+    layOutInColumn(*this);
 }
 
 QCheckBox* CheckFrame::addCheck(const BitCheck& check)

@@ -64,7 +64,7 @@ OptionFrame* ConfigurationControls::addFrame(const BitField& field, std::string_
 {
     auto* frame = new OptionFrame(field, suffix, m_column);
     optionFrames.push_back(frame);
-    into->addWidget(frame, 1);
+    into->addWidget(frame);
     return frame;
 }
 
@@ -75,6 +75,9 @@ void ConfigurationControls::addTrackFrames(QBoxLayout* column)
     frmTk1 = addFrame(fields::radTk1, {}, tracks);
     frmTk2 = addFrame(fields::radTk2, {}, tracks);
     frmTk3 = addFrame(fields::radTk3, {}, tracks);
+    for (int track = 0; track < tracks->count(); ++track) {
+        tracks->setStretch(track, 1);
+    }
     frmReadTypes = addFrame(fields::radID, {}, column);
 }
 

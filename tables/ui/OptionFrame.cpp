@@ -1,10 +1,11 @@
 #include "tables/ui/OptionFrame.h"
 
 #include "platform/qt/AnsiText.h"
+#include "tables/ui/FrameColumn.h"
 
 #include <QButtonGroup>
+#include <QLayout>
 #include <QRadioButton>
-#include <QVBoxLayout>
 
 #include <string>
 
@@ -18,8 +19,7 @@ OptionFrame::OptionFrame(const BitField& field, std::string_view suffix, QWidget
     setObjectName(platform::toQString(std::string(field.frame).append(suffix)));
     const QString arrayName = platform::toQString(std::string(field.array).append(suffix));
     m_array->setObjectName(arrayName);
-    auto* column = new QVBoxLayout(this);
-    column->setSpacing(fontMetrics().height() / 5);
+    layOutInColumn(*this);
     int index = 0;
     for (const BitOption& option : field.options) {
         addButton(option, index, arrayName + QLatin1Char('_') + QString::number(index));
