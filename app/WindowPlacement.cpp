@@ -84,9 +84,11 @@ void placeOnScreen(QWidget& form, const QRect& placement)
         screen = QGuiApplication::primaryScreen();
     }
     const QRect available = screen->availableGeometry();
-    const QSize size = placement.size().boundedTo(available.size()).expandedTo(form.minimumSizeHint());
+    const QSize frame = form.frameSize() - form.size();
+    const QSize size = placement.size().boundedTo(available.size() - frame).expandedTo(form.minimumSizeHint());
     const QPoint lowest = available.topLeft();
-    const QPoint highest = available.bottomRight() - QPoint(size.width() - 1, size.height() - 1);
+    const QPoint highest = lowest + QPoint(available.width() - frame.width() - size.width(),
+                                           available.height() - frame.height() - size.height());
     form.resize(size);
     form.move(std::max(lowest.x(), std::min(placement.x(), highest.x())),
               std::max(lowest.y(), std::min(placement.y(), highest.y())));

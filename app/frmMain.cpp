@@ -13,6 +13,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QTabBar>
 #include <QUrl>
 #include <QVBoxLayout>
 
@@ -95,6 +96,7 @@ void frmMain::buildWindow()
     m_page_CFG->setEditor(m_editor_CFG);
     m_page_KB->setEditor(m_editor_KB);
     SSTab1->setObjectName(QStringLiteral("SSTab1"));
+    SSTab1->tabBar()->installEventFilter(this);
     SSTab1->addTab(m_page_CFG, toQString(tables::configurationKind().caption));
     SSTab1->addTab(m_page_KB, toQString(tables::keyboardLanguageKind().caption));
     SSTab1->addTab(m_page_ReadTest, tr("Read Test"));
@@ -502,6 +504,15 @@ void frmMain::Form_Unload()
     m_connection.CloseTheDeviceDriver();
     m_pleaseWait.hide();
     emit unloaded();
+}
+
+// The wheel over the tabs would move through them, and entering the read test sends commands to the reader.
+bool frmMain::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == SSTab1->tabBar() && event->type() == QEvent::Wheel) {
+        return true;
+    }
+    return QMainWindow::eventFilter(watched, event);
 }
 
 void frmMain::closeEvent(QCloseEvent* event)
