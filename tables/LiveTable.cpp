@@ -86,7 +86,10 @@ std::string LiveTable::GetTableEntry(std::string_view ParmNum)
 void LiveTable::DisplayGridValue(std::uint8_t i)
 {
     m_grid.setCol(kValueColumn);
-    m_table.setCell(m_grid.row(), kValueColumn, hexTwoDigits(i));
+    // Without a current row there is no cell to write: row 0 is the header.
+    if (m_grid.row() > 0) {
+        m_table.setCell(m_grid.row(), kValueColumn, hexTwoDigits(i));
+    }
     m_host.setStatusText(binaryText(i));
 }
 
