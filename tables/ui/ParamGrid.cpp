@@ -38,8 +38,8 @@ ParamGrid::ParamGrid(ParamTable& table, QWidget* parent)
     setColumnWidth(kAddressColumn, widthOf("081-082__"));
     setColumnWidth(kValueColumn, widthOf("20-03__"));
 
+    connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &ParamGrid::highlightCurrentRow);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &ParamGrid::rowCurrentChanged);
-    connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &ParamGrid::selectionMoved);
     connect(this, &QTableView::doubleClicked, this, &ParamGrid::rowDoubleClicked);
 }
 
@@ -83,8 +83,14 @@ void ParamGrid::makeCurrent(int row, int col)
 {
     const QModelIndex index = m_model->index(row - 1, col);
     if (index.isValid()) {
-        selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+        selectionModel()->setCurrentIndex(index, QItemSelectionModel::NoUpdate);
     }
+}
+
+void ParamGrid::highlightCurrentRow()
+{
+    selectionModel()->select(currentIndex(), QItemSelectionModel::ClearAndSelect | QItemSelectionModel::Rows);
+    emit selectionMoved();
 }
 
 int ParamGrid::topRow() const
@@ -107,6 +113,13 @@ bool ParamGrid::rowIsVisible(int row) const
     }
     const int top = rowViewportPosition(row - 1);
     return top < viewport()->height() && top + rowHeight(row - 1) > 0;
+}
+
+QItemSelectionModel::SelectionFlags ParamGrid::selectionCommand([[maybe_unused]] const QModelIndex& index,
+                                                                [[maybe_unused]] const QEvent* event) const
+{
+    // Neither selects nor deselects. NoUpdate would say the same, but some styles then refuse to move with the keys.
+    return QItemSelectionModel::Rows;
 }
 
 void ParamGrid::keyPressEvent(QKeyEvent* event)

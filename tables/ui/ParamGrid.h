@@ -9,7 +9,7 @@ namespace tables {
 
 // The grid that shows one parameter table. Speaks to the rest of the program in the table's own counting (GridCursor);
 // nobody else touches Qt's model indexes. Only the user's own keys scroll by themselves, so that the program's cursor
-// moves do not.
+// moves do not. The highlighted row is always the current one.
 class ParamGrid final : public QTableView, public GridCursor
 {
     Q_OBJECT
@@ -33,15 +33,18 @@ public:
     [[nodiscard]] const std::string& cellText(int row, int col) const { return m_table.cell(row, col); }
 
 signals:
+    void selectionMoved();    // current cell and, with it, the selection have moved; comes before rowCurrentChanged
     void rowCurrentChanged(); // the current cell has moved to another row
-    void selectionMoved();    // current cell or selection changed
     void rowDoubleClicked();  // a data row; it is current
 
 protected:
+    [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                                       const QEvent* event) const override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void makeCurrent(int row, int col);
+    void highlightCurrentRow();
 
     ParamTable& m_table;
     ParamGridModel* m_model = nullptr;
