@@ -38,6 +38,8 @@ ParamGrid::ParamGrid(ParamTable& table, QWidget* parent)
     setColumnWidth(kAddressColumn, widthOf("081-082__"));
     setColumnWidth(kValueColumn, widthOf("20-03__"));
 
+    // The scroll range follows rows that come and go only when the event loop runs next; the program asks before that.
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this, &ParamGrid::updateGeometries);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &ParamGrid::highlightCurrentRow);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &ParamGrid::rowCurrentChanged);
     connect(this, &QTableView::doubleClicked, this, &ParamGrid::rowDoubleClicked);
@@ -100,9 +102,7 @@ int ParamGrid::topRow() const
 
 void ParamGrid::setTopRow(int row)
 {
-    // The scroll range is brought up to date lazily after rows came or went; it is needed now.
-    executeDelayedItemsLayout();
-    updateGeometries();
+    updateGeometries(); // the same for rows that came, and for a size the grid was given while it was hidden
     verticalScrollBar()->setValue(row - 1);
 }
 
@@ -111,8 +111,11 @@ bool ParamGrid::rowIsVisible(int row) const
     if (row < 1 || row > m_model->rowCount()) {
         return false;
     }
+    // A size that the grid was given while it was hidden has not reached the viewport yet.
+    const bool sizeIsNew = testAttribute(Qt::WA_PendingResizeEvent);
+    const int viewHeight = sizeIsNew ? maximumViewportSize().height() : viewport()->height();
     const int top = rowViewportPosition(row - 1);
-    return top < viewport()->height() && top + rowHeight(row - 1) > 0;
+    return top < viewHeight && top + rowHeight(row - 1) > 0;
 }
 
 QItemSelectionModel::SelectionFlags ParamGrid::selectionCommand([[maybe_unused]] const QModelIndex& index,
