@@ -162,6 +162,29 @@ private slots:
         QCOMPARE(f.column(kChangedColumn), (Texts{" ", "XXX", " "}));
     }
 
+    // The walk takes one entry beyond the last row's; a grid with rows to spare may have a row for it.
+    void theEntryBehindTheLastRowIsVisitedToo()
+    {
+        LiveTableFixture f(configurationKind());
+        f.load(6);
+        f.table.NumParms = 3;
+        f.grid.selectionChanged = {};
+        f.live.Clear_Changed_Flags();
+        QCOMPARE(f.column(kChangedColumn), (Texts{" ", " ", " ", " ", "XXX", "XXX"}));
+    }
+
+    void inATableOfOneRowThatRowBecomesCurrentWhateverTheGridShows()
+    {
+        LiveTableFixture f(configurationKind());
+        f.load(4);
+        f.table.NumParms = 1;
+        f.table.forgetAddressesFrom(1);
+        f.live.Clear_Changed_Flags();
+        QCOMPARE(f.grid.row(), 1);
+        QCOMPARE(f.openedRows, std::vector<int>{1});
+        QCOMPARE(f.times("beep"), 0);
+    }
+
     void addressIndexMayChangeWhileRowsAreVisited()
     {
         LiveTableFixture f(configurationKind());
