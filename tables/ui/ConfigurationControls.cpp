@@ -176,6 +176,10 @@ QSize ConfigurationControls::largestArrangement()
     QLayout* column = m_column->layout();
     for (const std::string_view address : kArrangements) {
         showFor(address);
+        // Nothing is on screen yet, so nobody tells the layouts that the controls changed.
+        for (int item = 0; item < column->count(); ++item) {
+            column->itemAt(item)->invalidate();
+        }
         column->invalidate();
         largest = largest.expandedTo(column->totalMinimumSize());
     }

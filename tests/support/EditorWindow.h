@@ -65,7 +65,7 @@ private:
     }
 };
 
-class EditorWindow final : public QWidget, public tables::EditorHost
+class EditorWindow : public QWidget, public tables::EditorHost
 {
 public:
     enum Page { ConfigurationPage, KeyboardLanguagePage };
@@ -89,6 +89,10 @@ public:
         KB.InitGrid();
         CFG.InitGrid();
         show();
+        activateWindow(); // only an active window moves the focus
+        if (!QTest::qWaitForWindowActive(this)) {
+            qFatal("the window did not become active");
+        }
     }
 
     // Shows a table and opens the editor of its current row, as choosing its tab does.
