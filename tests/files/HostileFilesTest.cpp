@@ -15,7 +15,7 @@ using files::TableFile;
 
 namespace {
 
-constexpr std::size_t kMegabyte = 1024 * 1024;
+constexpr std::size_t kMegabyte = std::size_t{1024} * 1024;
 constexpr std::size_t kHugeFile = 50 * kMegabyte;
 
 // A reader whose time is proportional to the file's length takes a few tenths of a second for these files in a release

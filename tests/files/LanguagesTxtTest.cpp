@@ -119,6 +119,8 @@ class LanguagesTxtTest final : public QObject
 {
     Q_OBJECT
 
+    QByteArray m_list;
+
 private slots:
     void initTestCase()
     {
@@ -199,9 +201,6 @@ private slots:
             QVERIFY2(line.contains(" (") && line.endsWith(")\r"), line.constData());
         }
     }
-
-private:
-    QByteArray m_list;
 };
 
 QTEST_APPLESS_MAIN(LanguagesTxtTest)

@@ -7,7 +7,7 @@
 
 #include <span>
 #include <string>
-#include <vector>
+#include <utility>
 
 // Rows as tests write and compare them: "address|value|notes", one text a row.
 

@@ -30,7 +30,7 @@ private slots:
                                   << "Comments,a\x8A\x62\r\n"s;
         QTest::newRow("tab, NUL and the last control character") << "\t\0\x1F "s
                                                                  << "Comments,\x89\x80\x9F \r\n"s;
-        QTest::newRow("commas and quotes as they are") << "\"q,r\";"s
+        QTest::newRow("commas and quotes as they are") << R"("q,r";)"s
                                                        << "Comments,\"q,r\";\r\n"s;
         QTest::newRow("upper half and DEL as they are") << "\x7F\x80\x8D\xE9"s
                                                         << "Comments,\x7F\x80\x8D\xE9\r\n"s;
