@@ -17,6 +17,8 @@ constexpr std::size_t kLongestWithoutPayload = 24; // a reply must be longer
 constexpr std::size_t kShortestParameterLine = 28;
 constexpr std::size_t kShortestReadReport = 23;
 
+constexpr double kHighestNumber = 32767; // what the link's numbers can hold
+
 constexpr std::string_view kPort = "COM";
 
 bool contains(std::string_view text, std::string_view part)
@@ -54,7 +56,7 @@ int readReportStatus(std::string_view line)
         return kUnknownReadStatus;
     }
     const double status = tables::decimalNumber(fromColumn(line, kReadStatusColumn));
-    return status >= 0 && status < 32768 ? static_cast<int>(status) : kUnknownReadStatus;
+    return status >= 0 && status <= kHighestNumber ? static_cast<int>(status) : 0;
 }
 
 } // namespace
@@ -123,7 +125,7 @@ std::optional<std::int16_t> portNumber(std::string_view portName)
         return std::nullopt;
     }
     const double number = tables::decimalNumber(portName.substr(at + kPort.size()));
-    if (number < 0 || number > 32767) {
+    if (number < 0 || number > kHighestNumber) {
         return std::nullopt;
     }
     return static_cast<std::int16_t>(number);

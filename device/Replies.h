@@ -20,7 +20,9 @@ struct Line
     Kind kind = Kind::Ignored;
     bool hasText = false; // an identification of up to 24 characters leaves the label as it is
     std::string text;
-    int readStatus = 0; // of a "/read" report: its status, 99 when the line is too short; otherwise 0
+    // Of a "/read" report: its status, 99 when the line is too short, 0 when the number does not fit 0 to 32767.
+    // Otherwise 0.
+    int readStatus = 0;
 };
 
 inline constexpr int kUnknownReadStatus = 99;
