@@ -3,6 +3,9 @@
 #include "app/frmMain.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/PathText.h"
+#include "platform/qt/VisibleText.h"
+
+#include <QTextDocument>
 
 namespace app {
 
@@ -231,12 +234,13 @@ int FileSide::currentTab() const
 
 std::string FileSide::comments(tables::Tab tab) const
 {
-    return platform::toAnsi(m_window.comments(tab).toPlainText().replace(QLatin1Char('\n'), QStringLiteral("\r\n")));
+    // The raw text: what the plain one makes of no-break spaces and separators would be lost.
+    return platform::fromVisible(m_window.comments(tab).document()->toRawText());
 }
 
 void FileSide::setComments(tables::Tab tab, std::string_view text)
 {
-    m_window.comments(tab).setPlainText(toQString(text));
+    m_window.comments(tab).setPlainText(platform::toVisible(text));
 }
 
 std::filesystem::path FileSide::rememberedFile(tables::Tab tab) const

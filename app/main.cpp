@@ -4,6 +4,7 @@
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/QtBeep.h"
 #include "platform/qt/QtEventPump.h"
+#include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtSerialControl.h"
 
@@ -40,6 +41,7 @@ int main(int argc, char* argv[])
     platform::QtSerialControl MSComm1(dosNames);
     const std::unique_ptr<platform::DeviceObject> driver = platform::makeDeviceObject(dosNames);
     platform::QtMessageBoxes boxes(platform::toQString(app::kProgramTitle));
+    platform::QtFileDialogs fileDialogs;
     platform::QtBeep beep;
     platform::QtEventPump events;
     const std::filesystem::path program = toPath(QApplication::applicationFilePath());
@@ -51,6 +53,7 @@ int main(int argc, char* argv[])
     app::frmMain frmMain({.MSComm1 = MSComm1,
                           .driver = *driver,
                           .boxes = boxes,
+                          .fileDialogs = fileDialogs,
                           .beep = beep,
                           .events = events,
                           .settings = settings,

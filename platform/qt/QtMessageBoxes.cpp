@@ -1,8 +1,8 @@
 #include "platform/qt/QtMessageBoxes.h"
 
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/FrontWindow.h"
 
-#include <QApplication>
 #include <QMessageBox>
 
 namespace platform {
@@ -65,21 +65,6 @@ BoxAnswer escapeAnswerOf(BoxButtons buttons)
         break;
     }
     return BoxAnswer::Ok;
-}
-
-// A box belongs to the window in front. A window that stays on top of all others must be the parent, or it would cover
-// the box.
-QWidget* frontWindow()
-{
-    for (QWidget* window : QApplication::topLevelWidgets()) {
-        if (window->isVisible() && (window->windowFlags() & Qt::WindowStaysOnTopHint) != 0) {
-            return window;
-        }
-    }
-    if (QWidget* modal = QApplication::activeModalWidget()) {
-        return modal;
-    }
-    return QApplication::activeWindow();
 }
 
 } // namespace
