@@ -55,7 +55,7 @@ std::string ProfileStrings::get(std::string_view section, std::string_view key, 
     return bytes ? profileString(bytes.value(), section, key, bufferSize) : std::string();
 }
 
-bool ProfileStrings::set(std::string_view section, std::string_view key, std::string_view value) const
+bool ProfileStrings::set(std::string_view section, std::string_view key, std::string_view value)
 {
     const Result<std::string> bytes = readEither(m_file, m_fallback);
     // A file that is there but cannot be read must not be taken for an empty one.

@@ -33,7 +33,7 @@ public:
 
     // See withProfileString(). Makes the file and its folder when they are missing. False when the value could not be
     // stored; the file is then as it was.
-    bool set(std::string_view section, std::string_view key, std::string_view value) const;
+    bool set(std::string_view section, std::string_view key, std::string_view value);
 
 private:
     std::filesystem::path m_file;

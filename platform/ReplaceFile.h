@@ -13,7 +13,7 @@ namespace platform {
 
 // The largest file that readFile reads. The program's own files have a few kilobytes; the limit keeps a disk image that
 // was chosen by mistake from filling the memory.
-constexpr std::uintmax_t kLargestFile = 256 * 1024 * 1024;
+constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} * 1024 * 1024;
 
 // The bytes of a plain file. Anything else (a folder, a device, a pipe, which might never end) is an error.
 [[nodiscard]] Result<std::string> readFile(const std::filesystem::path& path);

@@ -111,7 +111,7 @@ Result<void> PosixDeviceObject::open(std::string_view dosName)
     // A terminal that has hung up no longer says that it is one, so this is asked once.
     m_isTerminal = ::isatty(device.number()) == 1;
     if (m_isTerminal) {
-        const Result<void> raw = makeRaw(device);
+        Result<void> raw = makeRaw(device);
         if (!raw) {
             return raw;
         }
@@ -127,7 +127,7 @@ Result<void> PosixDeviceObject::write(std::string_view bytes)
         if (count >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(count));
         } else if (errno == EAGAIN) {
-            const Result<void> ready = waitFor(m_device, POLLOUT, m_limits.firstByte);
+            Result<void> ready = waitFor(m_device, POLLOUT, m_limits.firstByte);
             if (!ready) {
                 return ready;
             }

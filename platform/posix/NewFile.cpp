@@ -68,7 +68,7 @@ NewFile::~NewFile()
 void NewFile::resemble(const struct stat& look)
 {
     constexpr mode_t kPermissions = 07777;
-    constexpr uid_t kSameOwner = static_cast<uid_t>(-1);
+    constexpr auto kSameOwner = static_cast<uid_t>(-1);
     // An ordinary user may give a file to a group of his, but not away. The mode comes last: a change of owner clears
     // parts of it.
     const bool isOwnerKept = ::fchown(m_file.number(), look.st_uid, look.st_gid) == 0;
@@ -80,7 +80,7 @@ void NewFile::resemble(const struct stat& look)
 
 Result<void> NewFile::write(std::string_view bytes)
 {
-    const Result<void> written = writeAll(m_file, bytes);
+    Result<void> written = writeAll(m_file, bytes);
     if (!written) {
         return written;
     }

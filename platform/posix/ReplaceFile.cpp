@@ -72,7 +72,7 @@ Result<void> writeFromStart(const Descriptor& file, std::string_view bytes)
     if (::lseek(file.number(), 0, SEEK_SET) != 0) {
         return lastSystemError();
     }
-    const Result<void> written = writeAll(file, bytes);
+    Result<void> written = writeAll(file, bytes);
     if (!written) {
         return written;
     }
@@ -98,7 +98,7 @@ Result<void> writeInPlace(const fs::path& path, std::string_view bytes)
     if (!file.isOpen()) {
         return lastSystemError();
     }
-    const Result<void> written = writeFromStart(file, bytes);
+    Result<void> written = writeFromStart(file, bytes);
     if (!written && old) {
         static_cast<void>(writeFromStart(file, *old));
     }
@@ -114,7 +114,7 @@ Result<void> writeDevice(const fs::path& path, std::string_view bytes)
     if (!device.isOpen()) {
         return lastSystemError();
     }
-    const Result<void> written = writeAll(device, bytes);
+    Result<void> written = writeAll(device, bytes);
     if (written && !device.close()) {
         return lastSystemError();
     }
@@ -186,7 +186,7 @@ Result<void> replaceFile(const fs::path& path, std::string_view bytes)
     if (!openExisting(file.value(), O_WRONLY).isOpen()) {
         return lastSystemError();
     }
-    const Result<void> replaced = writeBeside(file.value(), bytes, look);
+    Result<void> replaced = writeBeside(file.value(), bytes, look);
     if (!replaced && isRefusalOfTheFolder(replaced.error())) {
         return writeInPlace(file.value(), bytes);
     }

@@ -4,8 +4,6 @@
 #include <clocale>
 #include <cstring>
 
-#include <locale.h>
-
 namespace platform {
 
 SystemError systemError(int number)

@@ -337,7 +337,7 @@ private slots:
 
     void aRefusedNameIsNotOpened()
     {
-        const Result<void> opened = device()->open("\\\\.\\../teslin");
+        const Result<void> opened = device()->open(R"(\\.\../teslin)");
         QVERIFY(!opened);
         QVERIFY(!isNotFound(opened.error()));
     }

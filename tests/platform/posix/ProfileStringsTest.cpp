@@ -44,7 +44,7 @@ private slots:
     void aMissingFile()
     {
         const TemporaryFolder folder;
-        const ProfileStrings settings(folder / "x.INI");
+        ProfileStrings settings(folder / "x.INI");
         QCOMPARE(portIn(settings), "");
         QVERIFY(namesIn(folder.path()).empty());
         QVERIFY(settings.set("Port", "Virtual Port", "COM5"));
@@ -57,7 +57,7 @@ private slots:
     {
         const TemporaryFolder folder;
         writeBytes(folder / "x.INI", "; by hand\n[port]\nVIRTUAL PORT = COM1\nx=y");
-        const ProfileStrings settings(folder / "x.INI");
+        ProfileStrings settings(folder / "x.INI");
         QVERIFY(settings.set("Port", "Virtual Port", "COM12\r"));
         QVERIFY(settings.set("Name", "Friendly Name", "Teslin"));
         QCOMPARE(bytesOf(folder / "x.INI"),
@@ -67,7 +67,7 @@ private slots:
     void theFileIsReadAfresh()
     {
         const TemporaryFolder folder;
-        const ProfileStrings settings(folder / "x.INI");
+        ProfileStrings settings(folder / "x.INI");
         writeBytes(folder / "x.INI", "[Port]\r\nVirtual Port=COM1\r\n");
         QCOMPARE(portIn(settings), "COM1");
         writeBytes(folder / "x.INI", "[Port]\r\nVirtual Port=COM2\r\n");
@@ -77,7 +77,7 @@ private slots:
     void theBufferIsThatOfTheCall()
     {
         const TemporaryFolder folder;
-        const ProfileStrings settings(folder / "x.INI");
+        ProfileStrings settings(folder / "x.INI");
         QVERIFY(settings.set("Port", "Virtual Port", std::string(200, 'x')));
         QCOMPARE(settings.get("Port", "Virtual Port").size(), std::size_t{39});
         QCOMPARE(settings.get("Port", "Virtual Port", 4).size(), std::size_t{3});
@@ -88,7 +88,7 @@ private slots:
         const TemporaryFolder folder;
         writeBytes(folder / "x.INI", "[Port]\r\nVirtual Port=COM1\r\n");
         const auto before = fs::last_write_time(folder / "x.INI");
-        const ProfileStrings settings(folder / "x.INI");
+        ProfileStrings settings(folder / "x.INI");
         QVERIFY(settings.set("Port", "Virtual Port", "COM1"));
         QVERIFY(fs::last_write_time(folder / "x.INI") == before);
     }
@@ -100,7 +100,7 @@ private slots:
         writeBytes(folder / "x.INI", "[Port]\r\nVirtual Port=COM1\r\n");
         setMode(folder / "x.INI", 0444);
         const QByteArray report = asOrdinaryUser([&] {
-            const ProfileStrings settings(folder / "x.INI");
+            ProfileStrings settings(folder / "x.INI");
             const QByteArray isSet = text(settings.set("Port", "Virtual Port", "COM2"));
             return isSet + ' ' + portIn(settings);
         });
@@ -115,7 +115,7 @@ private slots:
         writeBytes(folder / "x.INI", "[Port]\r\nVirtual Port=COM1\r\n");
         setMode(folder / "x.INI", 0222);
         const QByteArray report = asOrdinaryUser([&] {
-            const ProfileStrings settings(folder / "x.INI");
+            ProfileStrings settings(folder / "x.INI");
             const QByteArray isSet = text(settings.set("Port", "Virtual Port", "COM2"));
             return isSet + ' ' + portIn(settings);
         });
@@ -129,7 +129,7 @@ private slots:
         const TemporaryFolder folder;
         setMode(folder.path(), 0555);
         const QByteArray report = asOrdinaryUser([&] {
-            const ProfileStrings settings(folder / "x.INI");
+            ProfileStrings settings(folder / "x.INI");
             const QByteArray isSet = text(settings.set("Port", "Virtual Port", "COM2"));
             return isSet + ' ' + portIn(settings);
         });
@@ -142,7 +142,7 @@ private slots:
     {
         const TemporaryFolder folder;
         fs::create_directory(folder / "x.INI");
-        const ProfileStrings settings(folder / "x.INI");
+        ProfileStrings settings(folder / "x.INI");
         QVERIFY(!settings.set("Port", "Virtual Port", "COM2"));
         QCOMPARE(portIn(settings), "");
     }
@@ -150,7 +150,7 @@ private slots:
     void aMissingFolderIsMade()
     {
         const TemporaryFolder folder;
-        const ProfileStrings settings(folder / "config/teslin/x.INI");
+        ProfileStrings settings(folder / "config/teslin/x.INI");
         QCOMPARE(portIn(settings), "");
         QVERIFY(namesIn(folder.path()).empty());
         QVERIFY(settings.set("Port", "Virtual Port", "COM5"));
@@ -159,7 +159,7 @@ private slots:
 
     void noNameAtAll()
     {
-        const ProfileStrings settings{fs::path()};
+        ProfileStrings settings{fs::path()};
         QVERIFY(!settings.set("Port", "Virtual Port", "COM5"));
         QCOMPARE(portIn(settings), "");
     }
@@ -168,7 +168,7 @@ private slots:
     {
         const TemporaryFolder folder;
         writeBytes(folder / "installed.INI", "[Port]\r\nVirtual Port=COM1\r\n[Name]\r\nFriendly Name=Common\r\n");
-        const ProfileStrings settings(folder / "own.INI", folder / "installed.INI");
+        ProfileStrings settings(folder / "own.INI", folder / "installed.INI");
         QCOMPARE(portIn(settings), "COM1");
         QVERIFY(settings.set("Port", "Virtual Port", "COM2"));
         QCOMPARE(portIn(settings), "COM2");
@@ -184,7 +184,7 @@ private slots:
     {
         const TemporaryFolder folder;
         fs::create_directory(folder / "installed.INI");
-        const ProfileStrings settings(folder / "own.INI", folder / "installed.INI");
+        ProfileStrings settings(folder / "own.INI", folder / "installed.INI");
         QCOMPARE(portIn(settings), "");
         QVERIFY(settings.set("Port", "Virtual Port", "COM2"));
         QCOMPARE(bytesOf(folder / "own.INI"), "[Port]\r\nVirtual Port=COM2\r\n");

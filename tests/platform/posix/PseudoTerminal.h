@@ -5,12 +5,13 @@
 
 #include <cerrno>
 #include <chrono>
+#include <cstdlib>
 #include <filesystem>
 #include <string>
 
 #include <fcntl.h>
 #include <poll.h>
-#include <stdlib.h>
+
 #include <termios.h>
 #include <unistd.h>
 
