@@ -1,0 +1,61 @@
+#pragma once
+
+#include "tables/GridCursor.h"
+#include "tables/ParamTable.h"
+
+#include <algorithm>
+#include <functional>
+#include <vector>
+
+namespace testsupport {
+
+// A grid as plain numbers: a cursor, a selection and a view of so many whole rows. Keeps the rows that became current,
+// in order.
+class PlainGrid final : public tables::GridCursor
+{
+public:
+    // The table outlives the grid.
+    explicit PlainGrid(const tables::ParamTable& table, int rowsInView = 12)
+        : m_table(table)
+        , m_rowsInView(rowsInView)
+    {}
+
+    // Raised inside setRow when another row becomes current.
+    std::function<void()> rowChanged;
+    // Every row that setRow was asked for.
+    std::vector<int> rowsSet;
+
+    [[nodiscard]] int row() const override { return m_row; }
+    void setRow(int row) override
+    {
+        rowsSet.push_back(row);
+        if (row < 1 || row >= m_table.rowCount() || row == m_row) {
+            return;
+        }
+        m_row = m_rowSel = row;
+        if (rowChanged) {
+            rowChanged();
+        }
+    }
+    [[nodiscard]] int col() const override { return m_col; }
+    void setCol(int col) override { m_col = col; }
+    [[nodiscard]] int rowSel() const override { return m_rowSel; }
+    void setRowSel(int row) override { m_rowSel = row; }
+    void setColSel(int) override {}
+    [[nodiscard]] int topRow() const override { return m_topRow; }
+    void setTopRow(int row) override { m_topRow = std::clamp(row, 1, std::max(1, m_table.rowCount() - m_rowsInView)); }
+    [[nodiscard]] bool rowIsVisible(int row) const override
+    {
+        return row >= m_topRow && row < m_topRow + m_rowsInView && row < m_table.rowCount();
+    }
+
+private:
+    const tables::ParamTable& m_table;
+    const int m_rowsInView;
+    int m_row = 0;
+    int m_col = 0;
+    int m_rowSel = 0;
+    int m_topRow = 1;
+};
+
+} // namespace testsupport

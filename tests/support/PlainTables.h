@@ -1,0 +1,87 @@
+#pragma once
+
+#include "tables/ParamTables.h"
+#include "tests/support/PlainGrid.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace testsupport {
+
+// One live table on a plain grid, with as much of a window around it as a transfer needs.
+class PlainTable final : public tables::TableHost
+{
+public:
+    PlainTable(const tables::TableKind& kind, tables::EditSession& session)
+        : table(kind)
+        , grid(table)
+        , live(table, grid, *this, session)
+    {
+        grid.rowChanged = [this] { live.rowChanged(); };
+    }
+
+    tables::ParamTable table;
+    PlainGrid grid;
+    tables::LiveTable live;
+
+    std::string tabCaption;
+    std::vector<int> editedRows; // on which the editor was opened, in order
+    std::function<void()> onEditData;
+
+    [[nodiscard]] const std::string& changed(int row) const { return table.cell(row, tables::kChangedColumn); }
+    [[nodiscard]] const std::string& value(int row) const { return table.cell(row, tables::kValueColumn); }
+    void setValue(int row, std::string_view value) { table.setCell(row, tables::kValueColumn, value); }
+    // The value column from row 1 on.
+    [[nodiscard]] std::vector<std::string> values() const { return column(tables::kValueColumn); }
+    [[nodiscard]] std::vector<std::string> changedMarks() const { return column(tables::kChangedColumn); }
+    // The address of a row as look-ups see it.
+    [[nodiscard]] std::string& address(int row) { return table.ParmAddr[static_cast<std::size_t>(row - 1)]; }
+
+    // An edit of the user's: the mark of the row, and what follows from it.
+    void mark(int row) { live.PutTableEntry(address(row), "XXX", tables::kChangedColumn); }
+
+    [[nodiscard]] bool CheckForUnsavedData() override { return true; }
+    void Hide_All() override {}
+    void EditData() override
+    {
+        editedRows.push_back(grid.row());
+        if (onEditData) {
+            onEditData();
+        }
+    }
+    void forgetCommentsAndFile() override {}
+    void setTabCaption(std::string_view caption) override { tabCaption = caption; }
+    void setEditTitle(std::string_view) override {}
+    void setStatusText(std::string_view) override {}
+    void beep() override {}
+    void processPendingEvents() override {}
+
+private:
+    [[nodiscard]] std::vector<std::string> column(int column) const
+    {
+        std::vector<std::string> texts;
+        for (int row = 1; row < table.rowCount(); ++row) {
+            texts.push_back(table.cell(row, column));
+        }
+        return texts;
+    }
+};
+
+// Both tables at their factory defaults.
+struct PlainTables
+{
+    PlainTables()
+    {
+        tables.InitGrids(tables::kKeyboardLanguageTab);
+        tables.InitGrids(tables::kConfigurationTab);
+    }
+
+    tables::EditSession session;
+    PlainTable CFG{tables::configurationKind(), session};
+    PlainTable KB{tables::keyboardLanguageKind(), session};
+    tables::ParamTables tables{CFG.live, KB.live, session};
+};
+
+} // namespace testsupport
