@@ -3,6 +3,7 @@
 #include "device/Commands.h"
 #include "device/Replies.h"
 
+#include <array>
 #include <optional>
 
 namespace device {
@@ -87,22 +88,24 @@ bool DriverConnection::OpenTheDeviceDriver()
 {
     m_window.ShowPleaseWait();
     CloseTheDeviceDriver();
-    const bool opened = openPort();
-    m_window.HidePleaseWait();
-    m_window.setStatusText("");
-    return opened;
-}
-
-bool DriverConnection::openPort()
-{
     if (m_link.PortNumber == 0 && !Detect()) {
         m_boxes.show({.text =
                           "Was unable to open the Teslin Device Driver.  Check to see if the driver is installed and "
                           "the Teslin is attached",
                       .icon = platform::BoxIcon::Critical});
         m_window.EnableButtons(true);
+        m_window.HidePleaseWait();
+        m_window.setStatusText("");
         return false;
     }
+    const bool opened = openPort();
+    m_window.setStatusText("");
+    m_window.HidePleaseWait();
+    return opened;
+}
+
+bool DriverConnection::openPort()
+{
     m_port.setRThreshold(1);
     if (const auto set = m_port.setCommPort(m_link.PortNumber); !set) {
         sayCouldNotOpen(set.error());
@@ -187,8 +190,11 @@ void DriverConnection::identify(Identification which, std::string_view text)
 
 void DriverConnection::ClearSettings()
 {
-    for (const auto which : {Identification::Firmware, Identification::Copyright, Identification::Driver}) {
+    constexpr std::array kAll = {Identification::Firmware, Identification::Copyright, Identification::Driver};
+    for (const Identification which : kAll) {
         m_window.setIdentification(which, "");
+    }
+    for (const Identification which : kAll) {
         m_window.showIdentification(which, false);
     }
     m_window.setStatusText("");
