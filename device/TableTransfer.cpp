@@ -95,13 +95,11 @@ void TableTransfer::retrieveRow(tables::LiveTable& table, int row)
     // One blank and not the empty text, which the Keyboard Language table does not take.
     table.PutTableEntry(address, kBlank, tables::kValueColumn);
 
-    const std::string first = ask(isKeyboard ? address.substr(0, 3) : address);
+    const std::string first = ask(address.substr(0, 3));
     if (isAValue(first)) {
-        if (isKeyboard) {
-            // Kept behaviour: the mark of the Configuration row with the same number is blanked as well.
-            const std::string twin = addressOfRow(m_tables.CFG, row);
-            m_tables.PutTableEntry_CFG(twin, tables::kUnchangedMark, tables::kChangedColumn);
-        }
+        // Kept behaviour: for either table it is the Configuration row of this number whose mark is blanked.
+        const std::string twin = addressOfRow(m_tables.CFG, row);
+        m_tables.PutTableEntry_CFG(twin, tables::kUnchangedMark, tables::kChangedColumn);
         table.PutTableEntry(address, first, tables::kValueColumn);
     }
     if (isKeyboard && tables::hexNumber(address) > kLastSingleAddress) {

@@ -15,11 +15,11 @@ class PlainGrid final : public tables::GridCursor
 {
 public:
     // The table outlives the grid.
-    explicit PlainGrid(const tables::ParamTable& table, int rowsInView = 12)
+    explicit PlainGrid(const tables::ParamTable& table)
         : m_table(table)
-        , m_rowsInView(rowsInView)
     {}
 
+    int rowsInView = 12;
     // Raised inside setRow when another row becomes current.
     std::function<void()> rowChanged;
     // Every row that setRow was asked for.
@@ -43,15 +43,14 @@ public:
     void setRowSel(int row) override { m_rowSel = row; }
     void setColSel(int) override {}
     [[nodiscard]] int topRow() const override { return m_topRow; }
-    void setTopRow(int row) override { m_topRow = std::clamp(row, 1, std::max(1, m_table.rowCount() - m_rowsInView)); }
+    void setTopRow(int row) override { m_topRow = std::clamp(row, 1, std::max(1, m_table.rowCount() - rowsInView)); }
     [[nodiscard]] bool rowIsVisible(int row) const override
     {
-        return row >= m_topRow && row < m_topRow + m_rowsInView && row < m_table.rowCount();
+        return row >= m_topRow && row < m_topRow + rowsInView && row < m_table.rowCount();
     }
 
 private:
     const tables::ParamTable& m_table;
-    const int m_rowsInView;
     int m_row = 0;
     int m_col = 0;
     int m_rowSel = 0;
