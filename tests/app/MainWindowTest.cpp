@@ -295,7 +295,7 @@ private slots:
         f.window->resize(760, 710);
         f.window->move(20, 30);
         QVERIFY(f.window->close());
-        const platform::ProfileStrings settings(f.settingsFile());
+        platform::ProfileStrings settings(f.settingsFile());
         QCOMPARE(settings.get("Select_Window_frmMain", "Settings"), "20,30,760,710");
         QCOMPARE(settings.get("Select_Window_frmMain", "WindowState"), "0");
         QCOMPARE(settings.get("Name", "Friendly Name"), "Teslin");
@@ -319,7 +319,7 @@ private slots:
         MainWindowFixture f;
         f.start();
         const QSize designed = f.window->size();
-        const platform::ProfileStrings settings(f.settingsFile());
+        platform::ProfileStrings settings(f.settingsFile());
         QVERIFY(settings.set("Select_Window_frmMain", "Settings", platform::toAnsi(stored)));
         f.start();
         QCOMPARE(f.window->size(), designed);
@@ -329,7 +329,7 @@ private slots:
     {
         MainWindowFixture f;
         f.start();
-        const platform::ProfileStrings settings(f.settingsFile());
+        platform::ProfileStrings settings(f.settingsFile());
         QVERIFY(settings.set("Select_Window_frmMain", "Settings", "15000,-9000,30000,20000"));
         f.start();
         QVERIFY(f.window->screen()->availableGeometry().contains(f.window->frameGeometry()));
@@ -338,7 +338,7 @@ private slots:
     void settingsNameDriverAndPort()
     {
         MainWindowFixture f;
-        const platform::ProfileStrings settings(f.settingsFile());
+        platform::ProfileStrings settings(f.settingsFile());
         QVERIFY(settings.set("Name", "Friendly Name", "Teslin2"));
         QVERIFY(settings.set("Port", "Virtual Port", "COM12"));
         f.start();
