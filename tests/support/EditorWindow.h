@@ -85,7 +85,7 @@ public:
                 &tables::ConfigurationEditor::grdCFG_DblClick);
         connect(grdKB, &tables::ParamGrid::rowDoubleClicked, editor_KB,
                 &tables::KeyboardLanguageEditor::grdKB_DblClick);
-        Hide_All();
+        EditorWindow::Hide_All();
         KB.InitGrid();
         CFG.InitGrid();
         show();
