@@ -212,7 +212,7 @@ Verdict checkWhole(const std::vector<FaultText>& faults, const FaultRule& rule)
     for (const Conflict& conflict : kConflicts) {
         for (const std::string_view other : conflict.others) {
             if (stands(faults, conflict.fault) && stands(faults, other)) {
-                return {"'" + std::string(conflict.fault) + "' and '" + std::string(other) + "' exclude each other"};
+                return {inMarks(conflict.fault) + " and " + inMarks(other) + " exclude each other"};
             }
         }
     }

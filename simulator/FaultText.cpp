@@ -76,6 +76,12 @@ Verdict takeFault(std::string_view& rest, FaultText& fault)
 
 } // namespace
 
+std::string inMarks(std::string_view name)
+{
+    std::string text("'");
+    return text.append(name).append("'");
+}
+
 Verdict splitFaultRule(std::string_view rule, std::string& command, std::vector<FaultText>& faults)
 {
     const std::size_t colon = rule.find(':');

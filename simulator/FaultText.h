@@ -9,13 +9,16 @@
 
 namespace simulator {
 
+// The name of a fault as a message shows it: 'delay'.
+[[nodiscard]] std::string inMarks(std::string_view name);
+
 // One fault of a rule as it is written, not yet understood: NAME, NAME=WORD or NAME="a text with \n".
 struct FaultText
 {
     std::string name;
     std::optional<std::string> value; // escapes resolved
 
-    [[nodiscard]] std::string quotedName() const { return "'" + name + "'"; }
+    [[nodiscard]] std::string quotedName() const { return inMarks(name); }
 };
 
 // Parts "COMMAND: FAULT FAULT..." at its first colon; no command has one. Refuses a missing part and a text in
