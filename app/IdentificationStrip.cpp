@@ -37,7 +37,7 @@ IdentificationStrip::IdentificationStrip(QWidget* parent)
     m_recv->setToolTip(tr("Lit when the Teslin answers"));
 
     auto* row = new QHBoxLayout(this);
-    row->setContentsMargins(0, 0, 0, 0);
+    row->setContentsMargins(0, 2, 0, 2);
     for (const Entry& shown : m_entries) {
         row->addWidget(shown.title);
         row->addWidget(shown.value);
@@ -58,11 +58,9 @@ QLabel* IdentificationStrip::makeLabel(const char* name, const QString& text)
     auto* label = new QLabel(text, this);
     label->setObjectName(QLatin1String(name));
     label->setTextFormat(Qt::PlainText);
-    // A reply shown whole may carry its line end; it must not make the strip taller.
-    label->setFixedHeight(label->fontMetrics().height() + 4);
-    QSizePolicy policy = label->sizePolicy();
-    policy.setRetainSizeWhenHidden(false);
-    label->setSizePolicy(policy);
+    // A reply shown whole may carry its line end; only its first line is to be seen, where a single line would stand.
+    label->setFixedHeight(label->fontMetrics().height());
+    label->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     return label;
 }
 

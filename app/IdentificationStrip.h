@@ -12,7 +12,7 @@
 namespace app {
 
 // The strip above the tabs: what driver and reader say about themselves, the reader's keyboard layout, and the two
-// lamps of the link. Labels keep their place while hidden, so nothing jumps when the link opens and closes.
+// lamps of the link. Its height is that of one line whatever it shows.
 class IdentificationStrip final : public QWidget
 {
     Q_OBJECT

@@ -30,7 +30,7 @@ TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const Q
 
     auto* row = new QHBoxLayout(this);
     row->addWidget(m_grid, 1);
-    row->addLayout(m_editColumn, 1);
+    row->addLayout(m_editColumn);
 }
 
 void TablePage::setEditor(QWidget* editor)

@@ -55,6 +55,9 @@ ParameterMemory::ParameterMemory()
             m_values.emplace(row.address.substr(kAddressLength + 1), row.value.substr(kValueLength + 1));
         }
     }
+    // A reader is delivered set to a layout, here the US one: its ID is 0409.
+    m_values["081"] = "04";
+    m_values["082"] = "09";
 }
 
 std::optional<std::string> ParameterMemory::value(std::string_view address) const

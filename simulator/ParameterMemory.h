@@ -11,7 +11,8 @@
 namespace simulator {
 
 // The parameters inside a reader: 001, 013 to 02D without 02B, and 080 to 114, one byte each. An address is three
-// upper-case hexadecimal digits, a value two. Starts with the factory defaults.
+// upper-case hexadecimal digits, a value two. Starts with the factory defaults, set to
+// the US keyboard layout.
 class ParameterMemory final
 {
 public:

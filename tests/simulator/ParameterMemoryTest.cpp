@@ -25,7 +25,8 @@ private slots:
         QTest::newRow("02E") << QByteArray("02E") << QByteArray();
         QTest::newRow("07F") << QByteArray("07F") << QByteArray();
         QTest::newRow("080") << QByteArray("080") << QByteArray("00");
-        QTest::newRow("081") << QByteArray("081") << QByteArray("00");
+        QTest::newRow("081") << QByteArray("081") << QByteArray("04");
+        QTest::newRow("082") << QByteArray("082") << QByteArray("09");
         QTest::newRow("083, a first half") << QByteArray("083") << QByteArray("20");
         QTest::newRow("084, a second half") << QByteArray("084") << QByteArray("03");
         QTest::newRow("100, behind 0FF") << QByteArray("100") << QByteArray("19");
