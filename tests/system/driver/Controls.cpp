@@ -9,6 +9,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace windowdriver {
 
 namespace {
@@ -23,10 +25,10 @@ template <typename Object>
 Object& onlyOne(const QList<Object*>& found, const QString& name)
 {
     if (found.isEmpty()) {
-        throw Refusal{QStringLiteral("there is no ") + quoted(name)};
+        throw Refusal{u"there is no "_s + quoted(name)};
     }
     if (found.size() > 1) {
-        throw Refusal{QStringLiteral("there are %1 of ").arg(found.size()) + quoted(name)};
+        throw Refusal{u"there are %1 of "_s.arg(found.size()) + quoted(name)};
     }
     return *found.front();
 }
@@ -59,7 +61,7 @@ QWidget& control(const QString& target)
 
 void refuseClass(const QString& target, const QWidget& found)
 {
-    throw Refusal{quoted(target) + QStringLiteral(" is a ") + QLatin1String(found.metaObject()->className())};
+    throw Refusal{quoted(target) + u" is a "_s + QLatin1String(found.metaObject()->className())};
 }
 
 QAction& action(const QString& name)
@@ -95,7 +97,7 @@ ShownAction shownAction(QAction& action)
             return {*widget, place.center()};
         }
     }
-    throw Refusal{QStringLiteral("not on the screen: ") + quoted(action.text())};
+    throw Refusal{u"not on the screen: "_s + quoted(action.text())};
 }
 
 QList<QWidget*> visibleWindows()
@@ -113,7 +115,7 @@ QMessageBox& messageBox()
 {
     QMessageBox* const box = openMessageBox();
     if (box == nullptr) {
-        throw Refusal{QStringLiteral("no message box is open")};
+        throw Refusal{u"no message box is open"_s};
     }
     return *box;
 }

@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <array>
 
+using namespace Qt::StringLiterals;
+
 namespace windowdriver {
 
 namespace {
@@ -29,32 +31,39 @@ const char* yesOrNo(bool yes)
 
 // --- Looking ---
 
+QString sizeText(QSize size)
+{
+    return u"%1x%2"_s.arg(size.width()).arg(size.height());
+}
+
+QString pointText(QPoint point)
+{
+    return u"%1,%2"_s.arg(point.x()).arg(point.y());
+}
+
 QString find(Arguments& arguments)
 {
     const QWidget& widget = control(arguments.word("control"));
-    const QRect place(widget.mapToGlobal(QPoint(0, 0)), widget.size());
-    return QStringLiteral("%1 %2 %3 %4,%5 %6x%7")
-        .arg(QLatin1String(widget.metaObject()->className()))
-        .arg(widget.isVisible() ? u"visible" : u"hidden", widget.isEnabled() ? u"enabled" : u"disabled")
-        .arg(place.x())
-        .arg(place.y())
-        .arg(place.width())
-        .arg(place.height());
+    return QStringList{QLatin1String(widget.metaObject()->className()), widget.isVisible() ? u"visible"_s : u"hidden"_s,
+                       widget.isEnabled() ? u"enabled"_s : u"disabled"_s, pointText(widget.mapToGlobal(QPoint(0, 0))),
+                       sizeText(widget.size())}
+        .join(u' ');
 }
 
 QString valueText(const QVariant& value)
 {
-    if (value.typeId() == QMetaType::Bool) {
+    switch (value.typeId()) {
+    case QMetaType::Bool:
         return QLatin1String(yesOrNo(value.toBool()));
+    case QMetaType::QPoint:
+        return pointText(value.toPoint());
+    case QMetaType::QSize:
+        return sizeText(value.toSize());
+    case QMetaType::QRect:
+        return pointText(value.toRect().topLeft()) + u' ' + sizeText(value.toRect().size());
+    default:
+        return value.canConvert<QString>() ? value.toString() : QString::number(value.toInt());
     }
-    if (value.typeId() == QMetaType::QRect) {
-        const QRect rect = value.toRect();
-        return QStringLiteral("%1,%2 %3x%4").arg(rect.x()).arg(rect.y()).arg(rect.width()).arg(rect.height());
-    }
-    if (value.canConvert<QString>()) {
-        return value.toString();
-    }
-    return QString::number(value.toInt());
 }
 
 QString get(Arguments& arguments)
@@ -62,7 +71,7 @@ QString get(Arguments& arguments)
     const QWidget& widget = control(arguments.word("control"));
     const QString name = arguments.word("property");
     if (widget.metaObject()->indexOfProperty(name.toLatin1().constData()) < 0) {
-        throw Refusal{widget.objectName() + QStringLiteral(" has no property ") + name};
+        throw Refusal{widget.objectName() + u" has no property "_s + name};
     }
     return valueText(widget.property(name.toLatin1().constData()));
 }
@@ -98,7 +107,7 @@ QModelIndex cellOf(const QAbstractItemView& grid, Arguments& arguments)
     const int column = arguments.number("column, counted from 0");
     const QModelIndex index = grid.model()->index(row - 1, column);
     if (!index.isValid()) {
-        throw Refusal{QStringLiteral("%1 has no such cell").arg(grid.objectName())};
+        throw Refusal{u"%1 has no such cell"_s.arg(grid.objectName())};
     }
     return index;
 }
@@ -113,7 +122,7 @@ QString cell(Arguments& arguments)
 QString current(Arguments& arguments)
 {
     const QModelIndex index = gridOf(arguments).currentIndex();
-    return QStringLiteral("%1 %2").arg(index.row() + 1).arg(index.column());
+    return u"%1 %2"_s.arg(index.row() + 1).arg(index.column());
 }
 
 QString header(Arguments& arguments)
@@ -165,21 +174,21 @@ QString iconName(QMessageBox::Icon icon)
 {
     switch (icon) {
     case QMessageBox::Information:
-        return QStringLiteral("information");
+        return u"information"_s;
     case QMessageBox::Warning:
-        return QStringLiteral("exclamation");
+        return u"exclamation"_s;
     case QMessageBox::Critical:
-        return QStringLiteral("critical");
+        return u"critical"_s;
     case QMessageBox::Question:
-        return QStringLiteral("question");
+        return u"question"_s;
     case QMessageBox::NoIcon:
         break;
     }
-    return QStringLiteral("none");
+    return u"none"_s;
 }
 
-// Four lines: title, icon, the captions of the buttons with a star behind the default one, text. Empty when no box is
-// open.
+// Four lines: title, icon, the captions of the buttons in alphabetical order with a star behind the default one, text.
+// Empty when no box is open.
 QString box(Arguments&)
 {
     if (!isMessageBoxOpen()) {
@@ -189,8 +198,9 @@ QString box(Arguments&)
     QStringList buttons;
     for (const QAbstractButton* const button : open.buttons()) {
         const bool isDefault = button == open.defaultButton();
-        buttons.append(withoutMnemonic(button->text()) + (isDefault ? QStringLiteral("*") : QString()));
+        buttons.append(withoutMnemonic(button->text()) + (isDefault ? u"*"_s : QString()));
     }
+    buttons.sort(); // their order is the platform's
     return QStringList{open.windowTitle(), iconName(open.icon()), buttons.join(u' '), open.text()}.join(u'\n');
 }
 
@@ -204,7 +214,7 @@ QString pressButton(Arguments& arguments)
             return {};
         }
     }
-    throw Refusal{QStringLiteral("the message box has no button ") + caption};
+    throw Refusal{u"the message box has no button "_s + caption};
 }
 
 QString closeWindow(Arguments& arguments)
@@ -252,7 +262,7 @@ QString clickTab(Arguments& arguments)
     const auto& widget = controlAs<QTabWidget>(arguments.word("tab control"));
     const int tab = arguments.number("tab, counted from 0");
     if (tab < 0 || tab >= widget.count()) {
-        throw Refusal{QStringLiteral("%1 has no tab %2").arg(widget.objectName()).arg(tab)};
+        throw Refusal{u"%1 has no tab %2"_s.arg(widget.objectName()).arg(tab)};
     }
     click(*widget.tabBar(), widget.tabBar()->tabRect(tab).center());
     return {};
@@ -264,7 +274,7 @@ QString clickAction(Arguments& arguments)
 {
     QAction& entry = action(arguments.word("action"));
     if (!entry.isEnabled()) {
-        throw Refusal{entry.objectName() + QStringLiteral(" is disabled")};
+        throw Refusal{entry.objectName() + u" is disabled"_s};
     }
     const ShownAction shown = shownAction(entry);
     click(shown.widget, shown.at);
@@ -277,7 +287,7 @@ QString keys(Arguments& arguments)
         const QString word = arguments.word("key");
         const QKeySequence sequence(word, QKeySequence::PortableText);
         if (sequence.isEmpty() || sequence[0].key() == Qt::Key_unknown) {
-            throw Refusal{QStringLiteral("no such key: ") + word};
+            throw Refusal{u"no such key: "_s + word};
         }
         press(sequence);
     }
@@ -295,7 +305,7 @@ QString grab(Arguments& arguments)
 {
     const QString file = arguments.rest();
     if (!QGuiApplication::primaryScreen()->grabWindow(0).save(file)) {
-        throw Refusal{QStringLiteral("cannot write ") + file};
+        throw Refusal{u"cannot write "_s + file};
     }
     return {};
 }
@@ -343,12 +353,12 @@ QString carryOut(const QString& line)
         const auto* const command =
             std::ranges::find_if(kCommands, [&name](const Command& c) { return name == QLatin1String(c.name); });
         if (command == kCommands.end()) {
-            throw Refusal{QStringLiteral("no such command: ") + name};
+            throw Refusal{u"no such command: "_s + name};
         }
         const QString answer = command->run(arguments);
-        return answer.isEmpty() ? QStringLiteral("ok") : QStringLiteral("ok ") + inOneLine(answer);
+        return answer.isEmpty() ? u"ok"_s : u"ok "_s + inOneLine(answer);
     } catch (const Refusal& refusal) {
-        return QStringLiteral("error ") + inOneLine(refusal.reason);
+        return u"error "_s + inOneLine(refusal.reason);
     }
 }
 

@@ -15,6 +15,8 @@
 
 #include <algorithm>
 
+using namespace Qt::StringLiterals;
+
 namespace windowdriver {
 
 namespace {
@@ -79,7 +81,7 @@ void post(QWindow& window, Event event)
 // What a window manager does for a window that is clicked.
 void activate(QWindow& window)
 {
-    if (QApplication::activePopupWidget() == nullptr && !window.isActive()) {
+    if (QApplication::activePopupWidget() == nullptr && QGuiApplication::focusWindow() != &window) {
         post(window, [](QWindow& target) { target.requestActivate(); });
     }
 }
@@ -118,15 +120,15 @@ QString textOf(QKeyCombination keys)
     switch (keys.key()) {
     case Qt::Key_Return:
     case Qt::Key_Enter:
-        return QStringLiteral("\r");
+        return u"\r"_s;
     case Qt::Key_Tab:
-        return QStringLiteral("\t");
+        return u"\t"_s;
     case Qt::Key_Backspace:
-        return QStringLiteral("\b");
+        return u"\b"_s;
     case Qt::Key_Escape:
-        return QStringLiteral("\x1b");
+        return u"\x1b"_s;
     case Qt::Key_Delete:
-        return QStringLiteral("\x7f");
+        return u"\x7f"_s;
     default:
         break;
     }
@@ -167,7 +169,7 @@ void refuseWithoutKeyboard()
 {
     QWidget* const window = keyboardWindow();
     if (window == nullptr) {
-        throw Refusal{QStringLiteral("no window is open")};
+        throw Refusal{u"no window is open"_s};
     }
     if (!window->isActiveWindow() && window->windowType() != Qt::Popup) {
         activate(*window->windowHandle());
@@ -240,7 +242,7 @@ void type(const QString& text)
         const bool isLetter = character.isLetter();
         const auto modifiers = isLetter && character.isUpper() ? Qt::ShiftModifier : Qt::NoModifier;
         const auto key = character == u'\n' ? Qt::Key_Return : static_cast<Qt::Key>(character.toUpper().unicode());
-        pressAndRelease(QKeyCombination(modifiers, key), character == u'\n' ? QStringLiteral("\r") : character);
+        pressAndRelease(QKeyCombination(modifiers, key), character == u'\n' ? u"\r"_s : character);
     }
 }
 
