@@ -46,13 +46,14 @@ void ReceiveEvents::announceOne()
     if (m_threshold < 1 || !m_lines.hasLine()) {
         return;
     }
-    m_announced = m_lines.takeLine();
+    // The handler of an earlier event may be waiting further up; it finds its own line when this one has returned.
+    std::string outer = std::exchange(m_announced, m_lines.takeLine());
     announceLater(); // the next line first: this handler may wait, and the next event must come then
     m_commEvent = SerialControl::kDataReceived;
     if (m_onComm) {
         m_onComm();
     }
-    m_announced.clear();
+    m_announced = std::move(outer);
 }
 
 } // namespace platform
