@@ -64,8 +64,9 @@ Result<void> QtSerialControl::open()
     m_port.setPortName(QFile::decodeName(path.value().c_str()));
     errno = 0;
     if (!m_port.open(QIODevice::ReadWrite)) {
+        // Qt's own text comes in the user's language.
         const int number = errno;
-        return SystemError{.number = number, .description = toAnsi(m_port.errorString())};
+        return number != 0 ? systemError(number) : SystemError{.description = toAnsi(m_port.errorString())};
     }
     // What the driver said while nobody listened must not pass for the first reply.
     m_port.clear(QSerialPort::Input);
