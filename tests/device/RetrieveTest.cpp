@@ -148,6 +148,7 @@ private slots:
         DeviceLink on;
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
+        on.tables.CFG.grid.setCol(tables::kNotesColumn);
         on.pump.atTick(reader::kTicksOfIdentification - 1, [&] {
             QCOMPARE(on.window.exitCaption, "Exit"); // as long as the port is being opened
             QVERIFY(on.window.buttonsEnabled);

@@ -416,17 +416,27 @@ private slots:
         QCOMPARE(on.window.exitCaption, "Exit");
     }
 
+    void closingWhileThePortIsBeingOpened_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::newRow("Configuration") << 0;
+        QTest::newRow("Keyboard Language") << 1;
+    }
     void closingWhileThePortIsBeingOpened()
     {
+        QFETCH(int, tab);
         DeviceLink on;
         on.link.PortNumber = 5;
+        on.window.tab = tab;
         on.port.setScript(reader::Script());
         on.pump.atTick(4, [&] { on.operations.setClosing(true); });
         on.transfer.UpdateDevice();
         QCOMPARE(on.pump.ticks(), 4);
         QCOMPARE(linesWith(on.port.commands(), {"/rawsend"}), QByteArrayList{});
+        QCOMPARE(linesWith(on.log, {"Hide_All", "progress 0"}), QByteArrayList{});
         QVERIFY(!on.port.PortOpen());
         QVERIFY(on.window.buttonsEnabled);
+        QCOMPARE(on.window.exitCaption, "Exit");
     }
 
     void theConnectionIsLost()
