@@ -1,11 +1,13 @@
 #pragma once
 
 #include "platform/Beep.h"
+#include "platform/Clock.h"
 #include "platform/DeviceObject.h"
 #include "platform/DosNames.h"
 #include "platform/EventPump.h"
 #include "platform/FileDialogs.h"
 #include "platform/MessageBoxes.h"
+#include "platform/Printer.h"
 #include "platform/ProfileStrings.h"
 #include "platform/SerialControl.h"
 
@@ -21,6 +23,8 @@ struct Services
     platform::DeviceObject& driver;
     platform::MessageBoxes& boxes;
     platform::FileDialogs& fileDialogs;
+    platform::Printer& printer;
+    const platform::Clock& clock;
     platform::Beep& beep;
     platform::EventPump& events;
     platform::ProfileStrings& settings;

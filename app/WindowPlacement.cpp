@@ -35,6 +35,23 @@ int stateOf(const QWidget& form)
     return form.isMaximized() ? kMaximisedWindow : kNormalWindow;
 }
 
+void placeOnScreen(QWidget& form, const QRect& placement)
+{
+    const QScreen* screen = QGuiApplication::screenAt(placement.center());
+    if (screen == nullptr) {
+        screen = QGuiApplication::primaryScreen();
+    }
+    const QRect available = screen->availableGeometry();
+    const QSize frame = form.frameSize() - form.size();
+    const QSize size = placement.size().boundedTo(available.size() - frame).expandedTo(form.minimumSizeHint());
+    const QPoint lowest = available.topLeft();
+    const QPoint highest = lowest + QPoint(available.width() - frame.width() - size.width(),
+                                           available.height() - frame.height() - size.height());
+    form.resize(size);
+    form.move(std::max(lowest.x(), std::min(placement.x(), highest.x())),
+              std::max(lowest.y(), std::min(placement.y(), highest.y())));
+}
+
 } // namespace
 
 void LoadWindowPlacement(const platform::ProfileStrings& settings, const QString& formName, int& left, int& top,
@@ -77,21 +94,19 @@ void SaveWindowPlacement(platform::ProfileStrings& settings, const QWidget& form
     settings.set(section, "WindowState", std::to_string(state));
 }
 
-void placeOnScreen(QWidget& form, const QRect& placement)
+bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form)
 {
-    const QScreen* screen = QGuiApplication::screenAt(placement.center());
-    if (screen == nullptr) {
-        screen = QGuiApplication::primaryScreen();
+    int left = 0;
+    int top = 0;
+    int width = 0;
+    int height = 0;
+    int ignoredState = kNormalWindow; // windows always come back in their normal state
+    bool found = false;
+    LoadWindowPlacement(settings, form.objectName(), left, top, width, height, ignoredState, found);
+    if (found) {
+        placeOnScreen(form, {left, top, width, height});
     }
-    const QRect available = screen->availableGeometry();
-    const QSize frame = form.frameSize() - form.size();
-    const QSize size = placement.size().boundedTo(available.size() - frame).expandedTo(form.minimumSizeHint());
-    const QPoint lowest = available.topLeft();
-    const QPoint highest = lowest + QPoint(available.width() - frame.width() - size.width(),
-                                           available.height() - frame.height() - size.height());
-    form.resize(size);
-    form.move(std::max(lowest.x(), std::min(placement.x(), highest.x())),
-              std::max(lowest.y(), std::min(placement.y(), highest.y())));
+    return found;
 }
 
 } // namespace app

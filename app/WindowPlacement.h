@@ -21,7 +21,8 @@ void LoadWindowPlacement(const platform::ProfileStrings& settings, const QString
 // written is no error.
 void SaveWindowPlacement(platform::ProfileStrings& settings, const QWidget& form);
 
-// Moves and resizes a window, but never to where no screen shows it.
-void placeOnScreen(QWidget& form, const QRect& placement);
+// Moves and resizes a window to where it stood last time, but never to where no screen shows it. False, and the window
+// as it was, when the file holds no placement that can be used.
+bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form);
 
 } // namespace app

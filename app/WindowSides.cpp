@@ -1,5 +1,6 @@
 #include "app/WindowSides.h"
 
+#include "app/WindowPlacement.h"
 #include "app/frmMain.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/PathText.h"
@@ -223,6 +224,18 @@ void LinkSide::Send_Cmd(std::string_view cmd)
 void LinkSide::Send_Parameter_CFG(const std::string& address)
 {
     m_window.protocol().Send_Parameter_CFG(address);
+}
+
+// --- PlacementSide ---
+
+bool PlacementSide::restore(QWidget& form)
+{
+    return restorePlacement(m_settings, form);
+}
+
+void PlacementSide::save(const QWidget& form)
+{
+    SaveWindowPlacement(m_settings, form);
 }
 
 // --- FileSide ---

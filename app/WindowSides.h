@@ -4,6 +4,8 @@
 #include "device/ReadTest.h"
 #include "device/TransferWindow.h"
 #include "files/TableFileWindow.h"
+#include "platform/ProfileStrings.h"
+#include "report/ui/PlacementStore.h"
 #include "tables/DeviceSender.h"
 #include "tables/EditorHost.h"
 #include "tables/ParamTables.h"
@@ -87,6 +89,21 @@ public:
 
 private:
     frmMain& m_window;
+};
+
+// What the summary window sees: where windows stood last time.
+class PlacementSide final : public report::PlacementStore
+{
+public:
+    explicit PlacementSide(platform::ProfileStrings& settings)
+        : m_settings(settings)
+    {}
+
+    bool restore(QWidget& form) override;
+    void save(const QWidget& form) override;
+
+private:
+    platform::ProfileStrings& m_settings;
 };
 
 // What opening and saving table files sees.

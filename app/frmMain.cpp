@@ -6,6 +6,7 @@
 #include "app/ProgramText.h"
 #include "app/WindowPlacement.h"
 #include "device/Commands.h"
+#include "platform/ReplaceFile.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/PathText.h"
 
@@ -69,6 +70,13 @@ frmMain::frmMain(const Services& services)
     , m_connection(m_link, m_protocol, services.MSComm1, services.driver, m_linkSide, m_portSetup, services.boxes)
     , m_transfer(m_link, m_operations, m_protocol, m_connection, services.MSComm1, m_linkSide, m_linkSide, m_tables)
     , m_readTest(m_link, m_protocol, m_connection, services.MSComm1, services.events, m_linkSide, m_linkSide)
+    , m_placementSide(services.settings)
+    , m_summary({.printer = services.printer,
+                 .dialogs = services.fileDialogs,
+                 .placements = m_placementSide,
+                 .saveFile = [](const std::filesystem::path& file,
+                                std::string_view bytes) { return bool(platform::replaceFile(file, bytes)); },
+                 .programFolder = services.programFolder})
     , m_fileFlows(m_tables, m_fileSide, services.fileDialogs, services.boxes, services.programFolder)
 {
     buildWindow();
@@ -179,7 +187,8 @@ void frmMain::Form_Load()
     while (!isVisible()) {
         m_services.events.waitForEvents();
     }
-    restorePlacement();
+    showNormal();
+    restorePlacement(m_services.settings, *this);
     Hide_All();
     buildTables();
     if (!m_services.commandLine.empty() && (m_services.commandLine[0] == 'R' || m_services.commandLine[0] == 'r')) {
@@ -188,22 +197,6 @@ void frmMain::Form_Load()
     m_session.EditState = tables::EditSession::kEditing;
     m_live_CFG.grid().setRow(1);
     m_live_CFG.grid().setCol(tables::kValueColumn); // last: opening the editor moves the column
-}
-
-void frmMain::restorePlacement()
-{
-    QRect placement = geometry();
-    int left = pos().x();
-    int top = pos().y();
-    int width = placement.width();
-    int height = placement.height();
-    int ignoredState = kNormalWindow; // the main window always starts in its normal state
-    bool found = false;
-    LoadWindowPlacement(m_services.settings, objectName(), left, top, width, height, ignoredState, found);
-    showNormal();
-    if (found) {
-        placeOnScreen(*this, {left, top, width, height});
-    }
 }
 
 void frmMain::buildTables()
@@ -254,6 +247,7 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
                                                                             : tables::kKeyboardLanguageTab);
         break;
     case ToolbarKey::Summary:
+        BuildSummary();
         break;
     case ToolbarKey::Exit:
         if (m_toolbar->exitReadsExit()) {
@@ -337,6 +331,18 @@ void frmMain::mnuExit_Click()
         m_connection.CloseTheDeviceDriver();
     }
     close();
+}
+
+void frmMain::BuildSummary()
+{
+    const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
+    const auto kind = onConfiguration ? report::Summary::Configuration : report::Summary::KeyboardLanguage;
+    tables::LiveTable& table = onConfiguration ? m_live_CFG : m_live_KB;
+    m_summary.show(
+        kind, [&table](std::string_view address) { return table.GetTableEntry(address); },
+        {.firmwareVersion = m_link.FirmwareVersion,
+         .comment = m_fileSide.comments(onConfiguration ? tables::kConfigurationTab : tables::kKeyboardLanguageTab),
+         .date = m_services.clock.today()});
 }
 
 void frmMain::mnuRead_Click()
@@ -503,6 +509,7 @@ void frmMain::Form_Unload()
     m_operations.setClosing(true);
     m_connection.CloseTheDeviceDriver();
     m_pleaseWait.hide();
+    m_summary.close();
     emit unloaded();
 }
 

@@ -15,6 +15,7 @@
 #include "device/TableTransfer.h"
 #include "files/KeyboardLayouts.h"
 #include "files/TableFileFlows.h"
+#include "report/ui/SummaryPresenter.h"
 #include "tables/ParamTables.h"
 #include "tables/ui/ConfigurationEditor.h"
 #include "tables/ui/KeyboardLanguageEditor.h"
@@ -45,6 +46,8 @@ public:
     void btnNotes_Click();
     void mnuExit_Click();
     void mnuRead_Click();
+    // Shows the summary of the current tab's table; returns when its window has been closed.
+    void BuildSummary();
 
     // Sets the enabled state of toolbar buttons 1 to 6.
     void EnableButtons(bool enabled);
@@ -108,7 +111,6 @@ protected:
 private:
     void buildWindow();
     void connectEverything();
-    void restorePlacement();
     void buildTables();
     void retrieve();
 
@@ -166,6 +168,8 @@ private:
     device::DriverConnection m_connection;
     device::TableTransfer m_transfer;
     device::ReadTest m_readTest;
+    PlacementSide m_placementSide;
+    report::SummaryPresenter m_summary;
     files::TableFileFlows m_fileFlows;
 };
 

@@ -3,9 +3,11 @@
 #include "device/ReplyPeriod.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/QtBeep.h"
+#include "platform/qt/QtClock.h"
 #include "platform/qt/QtEventPump.h"
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
+#include "platform/qt/QtPrinter.h"
 #include "platform/qt/QtSerialControl.h"
 
 #include <QApplication>
@@ -42,6 +44,8 @@ int main(int argc, char* argv[])
     const std::unique_ptr<platform::DeviceObject> driver = platform::makeDeviceObject(dosNames);
     platform::QtMessageBoxes boxes(platform::toQString(app::kProgramTitle));
     platform::QtFileDialogs fileDialogs;
+    platform::QtPrinter printer;
+    const platform::QtClock clock;
     platform::QtBeep beep;
     platform::QtEventPump events;
     const std::filesystem::path program = toPath(QApplication::applicationFilePath());
@@ -54,6 +58,8 @@ int main(int argc, char* argv[])
                           .driver = *driver,
                           .boxes = boxes,
                           .fileDialogs = fileDialogs,
+                          .printer = printer,
+                          .clock = clock,
                           .beep = beep,
                           .events = events,
                           .settings = settings,

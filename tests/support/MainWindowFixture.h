@@ -7,6 +7,7 @@
 #include "simulator/ReaderModel.h"
 #include "tests/support/TestFileDialogs.h"
 #include "tests/support/TestMessageBoxes.h"
+#include "tests/support/TestPrinter.h"
 #include "tests/support/WindowReader.h"
 
 #include <QDir>
@@ -24,6 +25,15 @@ class CountingBeep final : public platform::Beep
 public:
     void sound() override { ++count; }
     int count = 0;
+};
+
+class FixedClock final : public platform::Clock
+{
+public:
+    [[nodiscard]] std::chrono::year_month_day today() const override
+    {
+        return std::chrono::year(2024) / std::chrono::March / std::chrono::day(9);
+    }
 };
 
 // The real main window on a scripted reader, in a folder of its own. Ticks come every millisecond instead of every
@@ -49,6 +59,8 @@ public:
                                                               .driver = driver,
                                                               .boxes = boxes,
                                                               .fileDialogs = dialogs,
+                                                              .printer = printer,
+                                                              .clock = clock,
                                                               .beep = beep,
                                                               .events = events,
                                                               .settings = *settings,
@@ -82,6 +94,8 @@ public:
     WindowDriver driver;
     TestMessageBoxes boxes;
     TestFileDialogs dialogs;
+    TestPrinter printer;
+    FixedClock clock;
     CountingBeep beep;
     platform::QtEventPump events;
     std::unique_ptr<platform::DosNames> dosNames;

@@ -5,6 +5,7 @@
 #include <QTest>
 
 #include <deque>
+#include <functional>
 #include <utility>
 #include <vector>
 
@@ -24,8 +25,12 @@ public:
 
     ~TestFileDialogs() override { verifyAllUsed(); }
 
-    // The next dialog of this kind gets this choice; an empty path = cancelled.
-    void expect(Kind kind, std::filesystem::path choice) { m_choices.push_back({kind, std::move(choice)}); }
+    // The next dialog is of this kind and gets this choice; an empty path = cancelled. What `meanwhile` does happens
+    // while the dialog is up.
+    void expect(Kind kind, std::filesystem::path choice, std::function<void()> meanwhile = {})
+    {
+        m_choices.push_back({kind, std::move(choice), std::move(meanwhile)});
+    }
 
     std::filesystem::path chooseFileToOpen(const platform::FileDialogSetup& setup) override
     {
@@ -53,16 +58,25 @@ private:
     std::filesystem::path choose(Kind kind, const platform::FileDialogSetup& setup)
     {
         shown.push_back({kind, setup});
-        if (m_choices.empty() || m_choices.front().first != kind) {
+        if (m_choices.empty() || m_choices.front().kind != kind) {
             QTest::qFail("unexpected file dialog", __FILE__, __LINE__);
             return {};
         }
-        const std::filesystem::path choice = m_choices.front().second;
+        const Choice next = m_choices.front();
         m_choices.pop_front();
-        return choice;
+        if (next.meanwhile) {
+            next.meanwhile();
+        }
+        return next.name;
     }
 
-    std::deque<std::pair<Kind, std::filesystem::path>> m_choices;
+    struct Choice
+    {
+        Kind kind;
+        std::filesystem::path name;
+        std::function<void()> meanwhile;
+    };
+    std::deque<Choice> m_choices;
 };
 
 } // namespace testsupport

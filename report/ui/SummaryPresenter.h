@@ -1,0 +1,28 @@
+#pragma once
+
+#include "report/SummaryFacts.h"
+#include "report/ui/frmSummary.h"
+
+namespace report {
+
+enum class Summary { Configuration, KeyboardLanguage };
+
+// Shows a table's summary in the summary window and waits until the user closes it.
+class SummaryPresenter final
+{
+public:
+    explicit SummaryPresenter(SummaryServices services);
+
+    // Builds the summary from what the table holds now and returns when the window has been closed; events run
+    // meanwhile. Called again while the window is open it shows the new summary in it, and both calls return when it
+    // closes. Must not be destroyed while a call waits.
+    void show(Summary summary, const TableAccess& table, const SummaryFacts& facts);
+
+    // Closes the window, if it is open.
+    void close();
+
+private:
+    frmSummary m_window;
+};
+
+} // namespace report

@@ -1,0 +1,178 @@
+#include "report/ui/frmSummary.h"
+
+#include "platform/qt/AnsiText.h"
+#include "report/PrintedLines.h"
+
+#include <QEvent>
+#include <QGridLayout>
+#include <QMargins>
+#include <QScreen>
+#include <QScrollBar>
+
+#include <string>
+#include <utility>
+
+namespace report {
+
+namespace {
+
+// What the window shows of a report before it is resized: all columns of the widest line and a good part of its lines.
+constexpr int kColumns = 86;
+constexpr int kLines = 36;
+
+constexpr QMargins kRoomForFrame(16, 48, 16, 16); // which a window has once it is shown
+
+QPushButton* makeButton(const char* name, const QString& caption, QWidget* parent)
+{
+    auto* button = new QPushButton(caption, parent);
+    button->setObjectName(QLatin1String(name));
+    button->setAutoDefault(true); // so that Enter presses the button that has the focus
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    return button;
+}
+
+QSize designedSize(const QWidget& window, const SummaryBox& box)
+{
+    const QFontMetrics metrics = box.fontMetrics();
+    const int edges = 2 * (box.frameWidth() + static_cast<int>(box.document()->documentMargin()));
+    const QSize text(metrics.horizontalAdvance(QLatin1Char('0')) * kColumns, metrics.lineSpacing() * kLines);
+    const QSize surroundings(box.verticalScrollBar()->sizeHint().width(), window.minimumSizeHint().height());
+    return text + surroundings + QSize(edges, edges);
+}
+
+} // namespace
+
+frmSummary::frmSummary(SummaryServices services, QWidget* parent)
+    : QWidget(parent, Qt::Window)
+    , m_services(std::move(services))
+{
+    setObjectName(QStringLiteral("frmSummary"));
+    setWindowTitle(tr("Configuration Summary"));
+    setAttribute(Qt::WA_QuitOnClose, false);
+    buildWindow();
+    connect(btnPrint, &QPushButton::clicked, this, &frmSummary::btnPrint_Click);
+    connect(btnSave, &QPushButton::clicked, this, &frmSummary::btnSave_Click);
+    connect(btnDone, &QPushButton::clicked, this, &frmSummary::btnDone_Click);
+}
+
+void frmSummary::buildWindow()
+{
+    txtSummary = new SummaryBox(this);
+    txtSummary->setObjectName(QStringLiteral("txtSummary"));
+    btnPrint = makeButton("btnPrint", tr("&Print Summary"), this);
+    btnSave = makeButton("btnSave", tr("&Save  Summary to file"), this);
+    btnDone = makeButton("btnDone", tr("&Done"), this);
+
+    auto* ReSize1 = new QGridLayout(this);
+    ReSize1->setObjectName(QStringLiteral("ReSize1"));
+    ReSize1->addWidget(txtSummary, 0, 0, 1, 3);
+    int column = 0;
+    for (QPushButton* button : {btnPrint, btnSave, btnDone}) {
+        ReSize1->addWidget(button, 1, column);
+        ReSize1->setColumnStretch(column, 1);
+        ++column;
+    }
+}
+
+void frmSummary::open()
+{
+    if (!isVisible()) {
+        Form_Load();
+    }
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    show();
+    raise();
+    activateWindow();
+}
+
+void frmSummary::Form_Load()
+{
+    setWindowState(Qt::WindowNoState);
+    const QRect available = screen()->availableGeometry().marginsRemoved(kRoomForFrame);
+    resize(designedSize(*this, *txtSummary).boundedTo(available.size()));
+    move(available.center() - rect().center());
+    m_services.placements.restore(*this);
+}
+
+void frmSummary::showReport(const QString& caption, std::string_view report)
+{
+    setWindowTitle(caption);
+    btnPrint->setEnabled(m_services.printer.setFontName(SummaryBox::kFontName));
+    txtSummary->setText(report);
+    txtSummary->moveCaretToEnd();
+    txtSummary->setFocus();
+}
+
+void frmSummary::Form_Resize()
+{
+    m_services.placements.save(*this);
+}
+
+void frmSummary::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    Form_Resize();
+}
+
+void frmSummary::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    // Minimising resizes nothing, and maximising may tell the new size before the new state.
+    if (event->type() == QEvent::WindowStateChange && isVisible()) {
+        Form_Resize();
+    }
+}
+
+void frmSummary::hideEvent(QHideEvent* event)
+{
+    QWidget::hideEvent(event);
+    // The system hides a window too, when the user minimises it; it counts as open then.
+    if (!event->spontaneous()) {
+        emit unloaded();
+    }
+}
+
+void frmSummary::btnPrint_Click()
+{
+    int copies = m_services.printer.askForCopies().value_or(0);
+    while (copies > 0 && printDocument()) {
+        --copies;
+    }
+}
+
+// Prints what the box holds. False when the job could not be finished.
+bool frmSummary::printDocument()
+{
+    platform::Printer& printer = m_services.printer;
+    if (!printer.beginDocument(platform::toAnsi(windowTitle()))) {
+        return false;
+    }
+    const PrintedLines printed = printedLines(txtSummary->text());
+    bool goesWell = true;
+    for (const std::string& line : printed.lines) {
+        goesWell = goesWell && printer.printLine(line);
+    }
+    if (!goesWell || printed.end == PrintEnd::UnfinishedLine) {
+        printer.abortDocument();
+        return false;
+    }
+    return printer.endDocument();
+}
+
+void frmSummary::btnSave_Click()
+{
+    const std::filesystem::path file = m_services.dialogs.chooseFileToSave(
+        {.folder = m_services.programFolder, .name = "*.txt", .filter = "Teslin Summary (*.txt)"});
+    // A name with a star is the dialog's own pattern, left as it was.
+    if (file.empty() || file.filename().native().find('*') != std::filesystem::path::string_type::npos) {
+        return;
+    }
+    m_services.saveFile(file, txtSummary->text() + "\r\n");
+}
+
+void frmSummary::btnDone_Click()
+{
+    close();
+}
+
+} // namespace report
