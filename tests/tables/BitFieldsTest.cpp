@@ -66,6 +66,8 @@ static const std::vector<Choice>& choices()
     return all;
 }
 
+Q_DECLARE_METATYPE(const tables::BitField*)
+
 class BitFieldsTest final : public QObject
 {
     Q_OBJECT
@@ -162,8 +164,6 @@ private slots:
         }
     }
 };
-
-Q_DECLARE_METATYPE(const tables::BitField*)
 
 QTEST_APPLESS_MAIN(BitFieldsTest)
 #include "BitFieldsTest.moc"
