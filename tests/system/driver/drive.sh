@@ -1,45 +1,51 @@
 # Starts the simulated reader and the real program, and drives the program's windows. Sourced by scripts that have
-# called `set -euo pipefail`:
+# called `set -euo pipefail`, gone to the root of the project and named the folder of the executables in $bin:
 #
-#   start_surroundings           makes $surroundings, a private folder; ends and removes everything when the script ends
-#   start_reader [OPTION...]     the simulated reader on $names, its log in $wire_log
-#   start_program [ARGUMENT...]  the program of $bin, with the window driver
+#   start_surroundings           makes $surroundings, a private folder; however the script ends, everything that was
+#                                started here ends with it, and the folder goes
+#   start_reader [OPTION...]     the simulated reader, on a private folder of DOS names, its log in $wire_log
+#   start_screen SIZE            a virtual screen for the program, such as 1280x900
+#   start_program [ARGUMENT...]  the program with the window driver, and waits for its main window
 #   ask COMMAND                  sends a command of the window driver and prints its answer; fails if it was refused
 #   wait_until SECONDS CHECK...  runs a check until it succeeds
-#
-# bin names the folder of the executables.
 
 surroundings=
-names=
 wire_log=
-reader=
 program=
-program_in=
-program_out=
+started=()
+
+has_ended() {
+    ! kill -0 "$1" 2>/dev/null
+}
+
+end_process() {
+    if has_ended "$1"; then
+        return 0
+    fi
+    kill -TERM "$1"
+    # One that does not listen must not outlive the script.
+    wait_until 10 has_ended "$1" || kill -KILL "$1"
+    wait "$1" 2>/dev/null || true
+}
 
 end_surroundings() {
-    local id
-    for id in $program $reader; do
-        kill -TERM "$id" 2>/dev/null || continue
-        # One that does not listen must not outlive the script.
-        wait_until 5 ended "$id" || kill -KILL "$id" 2>/dev/null || true
-        wait "$id" 2>/dev/null || true
+    set +e # nothing here may keep the rest from ending
+    program=
+    local i
+    for ((i = ${#started[@]} - 1; i >= 0; --i)); do
+        end_process "${started[i]}"
     done
     rm -rf "$surroundings"
 }
 
 start_surroundings() {
     surroundings=$(mktemp -d)
-    names=$surroundings/dosdevices
     wire_log=$surroundings/wire.log
-    mkdir "$surroundings/home" "$surroundings/program"
     trap end_surroundings EXIT
     trap 'exit 130' INT
     trap 'exit 143' TERM HUP
-}
-
-ended() {
-    ! kill -0 "$1" 2>/dev/null
+    mkdir "$surroundings/home" "$surroundings/program"
+    mkfifo "$surroundings/commands" "$surroundings/answers"
 }
 
 wait_until() {
@@ -47,30 +53,40 @@ wait_until() {
     shift
     until "$@"; do
         [ "$SECONDS" -lt "$end" ] || return 1
+        if [ -n "$program" ] && has_ended "$program"; then
+            echo "The program has ended." >&2
+            return 1
+        fi
         sleep 0.02
     done
 }
 
 start_reader() {
-    coproc READER { exec "$bin/ksd-simulator" --dosdevices "$names" --log "$wire_log" "$@"; }
-    reader=$READER_PID
-    local line
-    read -r -t 30 line <&"${READER[0]}" || { echo "The simulated reader did not start." >&2; return 1; }
-    [[ $line == ready:* ]] || { echo "The simulated reader said: $line" >&2; return 1; }
+    "$bin/ksd-simulator" --dosdevices "$surroundings/dosdevices" --log "$wire_log" "$@" >"$surroundings/ready" &
+    started+=($!)
+    wait_until 30 grep -qs '^ready:' "$surroundings/ready" || { echo "The simulated reader did not start." >&2; return 1; }
+}
+
+start_screen() {
+    Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3>"$surroundings/display" 2>"$surroundings/screen.log" &
+    started+=($!)
+    wait_until 30 test -s "$surroundings/display" || { echo "The virtual screen did not start." >&2; return 1; }
+    export DISPLAY=:$(<"$surroundings/display") QT_QPA_PLATFORM=xcb
 }
 
 start_program() {
     # The settings file lies beside the program, so it gets a place of its own.
-    cp "$bin/TeslinConfigure" "$surroundings/program/"
-    [ ! -e "$bin/Languages.txt" ] || cp "$bin/Languages.txt" "$surroundings/program/"
-    mkfifo "$surroundings/commands" "$surroundings/answers"
-    HOME=$surroundings/home XDG_CONFIG_HOME=$surroundings/home/.config XDG_RUNTIME_DIR=$surroundings \
-        TESLIN_DOSDEVICES=$names QT_QPA_GENERIC_PLUGINS=windowdriver QT_PLUGIN_PATH=$bin/../plugins \
+    cp "$bin/TeslinConfigure" files/Languages.txt "$surroundings/program/"
+    # For reading, too, so that it neither waits for the program nor breaks when that has gone.
+    exec {program_in}<>"$surroundings/commands"
+    HOME=$surroundings/home XDG_CONFIG_HOME=$surroundings/home/.config XDG_RUNTIME_DIR=$surroundings/home \
+        TESLIN_DOSDEVICES=$surroundings/dosdevices QT_QPA_GENERIC_PLUGINS=windowdriver QT_PLUGIN_PATH=$bin/../plugins \
         "$surroundings/program/TeslinConfigure" "$@" \
         <"$surroundings/commands" >"$surroundings/answers" 2>"$surroundings/program.log" &
     program=$!
-    exec {program_in}>"$surroundings/commands" {program_out}<"$surroundings/answers"
-    wait_until 60 is_visible frmMain || { echo "The program did not start." >&2; return 1; }
+    started+=("$program")
+    exec {program_out}<"$surroundings/answers"
+    wait_until 60 is_visible frmMain || { echo "The program did not start:" >&2; cat "$surroundings/program.log" >&2; return 1; }
 }
 
 ask() {
@@ -93,7 +109,7 @@ is_visible() {
     [ "$(property "$1" visible)" = true ]
 }
 
-# Whether the program has nothing to do with the reader and waits for the user.
+# Whether no transfer runs. The first commands of a Retrieve pass while this is still so.
 is_idle() {
     [ "$(property KEY_EXIT text)" = Exit ] && [ "$(property KEY_RETRIEVE enabled)" = true ]
 }
