@@ -9,6 +9,7 @@
 #include <QScreen>
 #include <QScrollBar>
 
+#include <algorithm>
 #include <string>
 #include <utility>
 
@@ -148,11 +149,9 @@ bool frmSummary::printDocument()
         return false;
     }
     const PrintedLines printed = printedLines(txtSummary->text());
-    bool goesWell = true;
-    for (const std::string& line : printed.lines) {
-        goesWell = goesWell && printer.printLine(line);
-    }
-    if (!goesWell || printed.end == PrintEnd::UnfinishedLine) {
+    const bool allPrinted = std::all_of(printed.lines.begin(), printed.lines.end(),
+                                        [&printer](const std::string& line) { return printer.printLine(line); });
+    if (!allPrinted || printed.end == PrintEnd::UnfinishedLine) {
         printer.abortDocument();
         return false;
     }
