@@ -2,6 +2,7 @@
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libgl-dev)
 screen_packages=(xvfb xauth xdotool fonts-dejavu-core)
+test_packages=(poppler-utils)
 
 # Installs those of the given packages that are missing. Says what to do when it may not.
 need_packages() {

@@ -43,9 +43,6 @@ QList<int> chosenPages(const QPrinter& device, int count)
 
 } // namespace
 
-QtPrinter::QtPrinter() = default;
-QtPrinter::~QtPrinter() = default;
-
 QPrinter& QtPrinter::device()
 {
     if (!m_device) {

@@ -19,9 +19,6 @@ namespace platform {
 class QtPrinter final : public Printer
 {
 public:
-    QtPrinter();
-    ~QtPrinter() override;
-
     [[nodiscard]] bool setFontName(std::string_view family) override;
     [[nodiscard]] std::optional<int> askForCopies() override;
     [[nodiscard]] bool beginDocument(std::string_view name) override;

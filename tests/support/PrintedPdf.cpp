@@ -3,6 +3,9 @@
 #include <QProcess>
 #include <QXmlStreamReader>
 
+#include <algorithm>
+#include <cmath>
+
 namespace testsupport {
 
 namespace {
@@ -18,6 +21,14 @@ QByteArray outputOf(const QString& tool, const QStringList& arguments)
 qreal number(const QXmlStreamReader& xml, const char* attribute)
 {
     return xml.attributes().value(QLatin1String(attribute)).toDouble();
+}
+
+// By rows, and from left to right in each; the tool tells columns of text one after the other.
+bool standsBefore(const PdfWord& one, const PdfWord& other)
+{
+    constexpr qreal kSameRow = 1;
+    const qreal lower = one.box.top() - other.box.top();
+    return std::abs(lower) < kSameRow ? one.box.left() < other.box.left() : lower < 0;
 }
 
 } // namespace
@@ -37,6 +48,9 @@ QList<PdfPage> pdfPages(const QString& file)
                              QPointF(number(xml, "xMax"), number(xml, "yMax")));
             pages.last().words.append({xml.readElementText(), box});
         }
+    }
+    for (PdfPage& page : pages) {
+        std::sort(page.words.begin(), page.words.end(), standsBefore);
     }
     return pages;
 }

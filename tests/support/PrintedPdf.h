@@ -19,7 +19,7 @@ struct PdfWord
 struct PdfPage
 {
     QSizeF paper; // in points
-    QList<PdfWord> words;
+    QList<PdfWord> words; // row by row
 };
 
 [[nodiscard]] QList<PdfPage> pdfPages(const QString& file);
