@@ -1,6 +1,9 @@
 # The Debian packages that the project needs, and how to get them. Sourced by ./run and ./test.
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libgl-dev)
+# What cmake is told beyond the preset.
+settings=()
+
 screen_packages=(xvfb xauth xdotool fonts-dejavu-core)
 test_packages=(poppler-utils)
 
@@ -28,13 +31,15 @@ need_packages() {
             "${missing[@]}" >/dev/null
 }
 
-# Configures and builds a preset. Further arguments go to the configuration.
+# Configures and builds a preset: all of it, or the given targets. What is in $settings goes to the configuration.
 build_preset() {
     local preset=$1
     shift
-    local launcher=()
+    local launcher=() targets=()
     command -v ccache >/dev/null && launcher=(-DCMAKE_CXX_COMPILER_LAUNCHER=ccache)
-    cmake --preset "$preset" "${launcher[@]}" "$@" >"build/$preset.log" 2>&1 ||
+    [ $# -gt 0 ] && targets=(-t "$@")
+    cmake --preset "$preset" "${launcher[@]}" "${settings[@]}" >"build/$preset.log" 2>&1 ||
         { cat "build/$preset.log"; return 1; }
-    cmake --build "build/$preset" >>"build/$preset.log" 2>&1 || { tail -n 60 "build/$preset.log"; return 1; }
+    cmake --build "build/$preset" "${targets[@]}" >>"build/$preset.log" 2>&1 ||
+        { grep -E 'error|FAILED' -A 8 "build/$preset.log" | head -n 60; return 1; }
 }
