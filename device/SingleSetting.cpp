@@ -1,0 +1,104 @@
+#include "device/SingleSetting.h"
+
+#include "device/Commands.h"
+#include "tables/HexText.h"
+#include "tables/PairValue.h"
+
+namespace device {
+
+namespace {
+
+constexpr std::string_view kIdentificationAddress = "001"; // the reader's own: its row is never edited
+constexpr std::size_t kOneByte = 2;                        // digits
+constexpr std::size_t kHalfAndDash = 3;                    // characters of a pair that are not the other half
+
+} // namespace
+
+std::string rowValueWith(std::string_view oldValue, std::string_view address, std::string_view value)
+{
+    if (oldValue.size() <= kOneByte) {
+        return std::string(value);
+    }
+    const bool isFirst = tables::hexNumber(address) % 2 == 1;
+    return isFirst ? std::string(value).append(tables::rightOf(oldValue, kHalfAndDash))
+                   : std::string(tables::leftOf(oldValue, kHalfAndDash)).append(value);
+}
+
+SingleSetting::SingleSetting(LinkState& link, Operations& operations, CommandProtocol& protocol,
+                             DriverConnection& connection, tables::ParamTables& tables, SingleSettingWindow& window,
+                             platform::MessageBoxes& boxes)
+    : m_link(link)
+    , m_operations(operations)
+    , m_protocol(protocol)
+    , m_connection(connection)
+    , m_tables(tables)
+    , m_window(window)
+    , m_boxes(boxes)
+{}
+
+std::optional<std::string> SingleSetting::read(std::string_view address)
+{
+    std::optional<std::string> value;
+    m_operations.run([&] {
+        if (!m_connection.OpenTheDeviceDriver()) {
+            return; // LastResponse is of another address then
+        }
+        m_protocol.Ask_For_Parameter(address);
+        m_protocol.WaitForResponse();
+        if (!m_link.LastResponse.empty()) {
+            value = m_link.LastResponse;
+        }
+        m_connection.CloseTheDeviceDriver();
+    });
+    return value;
+}
+
+void SingleSetting::update(std::string_view address, std::string_view value)
+{
+    m_operations.run([&] {
+        send(address, value);
+        if (!updateTable_CFG(address, value)) {
+            updateTable_KB(address, value);
+        }
+    });
+}
+
+void SingleSetting::send(std::string_view address, std::string_view value)
+{
+    (void)m_connection.OpenTheDeviceDriver(); // on a closed port the command goes nowhere
+    m_protocol.Send_Cmd(commands::writeParameter(address, value));
+    m_connection.CloseTheDeviceDriver();
+}
+
+bool SingleSetting::updateTable_CFG(std::string_view address, std::string_view value)
+{
+    if (address == kIdentificationAddress || m_tables.GetTableEntry_CFG(address).empty()) {
+        return false;
+    }
+    m_tables.PutTableEntry_CFG(address, value, tables::kValueColumn);
+    m_tables.PutTableEntry_CFG(address, tables::kChangedMark, tables::kChangedColumn);
+    m_window.EditData_CFG();
+    tellUpdated("Configuration", address, value);
+    return true;
+}
+
+void SingleSetting::updateTable_KB(std::string_view address, std::string_view value)
+{
+    const std::string oldValue = m_tables.GetTableEntry_KB(address);
+    if (oldValue.empty()) {
+        return;
+    }
+    m_tables.PutTableEntry_KB(address, rowValueWith(oldValue, address, value), tables::kValueColumn);
+    m_tables.PutTableEntry_KB(address, tables::kChangedMark, tables::kChangedColumn);
+    m_window.EditData_KB();
+    tellUpdated("Keyboard Language", address, value);
+}
+
+void SingleSetting::tellUpdated(std::string_view tableName, std::string_view address, std::string_view value)
+{
+    std::string text("Updated ");
+    text.append(tableName).append(" table with ").append(address).append("=").append(value);
+    m_boxes.show({.text = std::move(text), .icon = platform::BoxIcon::Information});
+}
+
+} // namespace device
