@@ -1,0 +1,186 @@
+#include "app/dlgSingleField.h"
+
+#include "app/Fonts.h"
+#include "app/KeysOnly.h"
+#include "platform/qt/AnsiText.h"
+#include "tables/KeyFilters.h"
+#include "tables/ui/PlainLabel.h"
+
+#include <QFocusEvent>
+#include <QGridLayout>
+#include <QGroupBox>
+
+namespace app {
+
+using platform::toAnsi;
+using platform::toQString;
+
+namespace {
+
+constexpr int kAddressDigits = 3;
+constexpr int kValueDigits = 2;
+
+void padWithZeros(QLineEdit& box, int digits)
+{
+    if (box.text().size() < digits) {
+        box.setText(box.text().rightJustified(digits, QLatin1Char('0')));
+    }
+}
+
+// A menu that opens takes the focus only for a while.
+bool isLoss(const QEvent& event)
+{
+    return event.type() == QEvent::FocusOut && static_cast<const QFocusEvent&>(event).reason() != Qt::PopupFocusReason;
+}
+
+} // namespace
+
+dlgSingleField::dlgSingleField(device::SingleSetting& setting, platform::WindowOrder& order, QWidget* parent)
+    : QDialog(parent)
+    , m_setting(setting)
+    , m_order(order)
+    , txtSingleAddress(new tables::EntryBox(QStringLiteral("txtSingleAddress"), kAddressDigits, this))
+    , txtSingleValue(new tables::EntryBox(QStringLiteral("txtSingleValue"), kValueDigits, this))
+    , btnGetCurrentSingle(new QPushButton(tr("Get current value"), this))
+    , btnUpdateSingleField(new QPushButton(tr("Update the Teslin"), this))
+    , OKButton(new QPushButton(tr("&Done"), this))
+{
+    setObjectName(QStringLiteral("dlgSingleField"));
+    setWindowTitle(tr("Change Single Field"));
+    setUpBox(*txtSingleAddress);
+    setUpBox(*txtSingleValue);
+    txtSingleAddress->setKeyFilter([this](int& KeyAscii) { txtSingleAddress_KeyPress(KeyAscii); });
+    txtSingleValue->setKeyFilter([this](int& KeyAscii) { txtSingleValue_KeyPress(KeyAscii); });
+    setUpButton(*btnGetCurrentSingle, QStringLiteral("btnGetCurrentSingle"));
+    setUpButton(*btnUpdateSingleField, QStringLiteral("btnUpdateSingleField"));
+    setUpButton(*OKButton, QStringLiteral("OKButton"));
+    connect(btnGetCurrentSingle, &QPushButton::clicked, this, &dlgSingleField::btnGetCurrentSingle_Click);
+    connect(btnUpdateSingleField, &QPushButton::clicked, this, &dlgSingleField::btnUpdateSingleField_Click);
+    connect(OKButton, &QPushButton::clicked, this, &dlgSingleField::OKButton_Click);
+    layOut();
+}
+
+void dlgSingleField::setUpBox(tables::EntryBox& box)
+{
+    box.setFont(courierNew(font()));
+    box.installEventFilter(this);
+    new KeysOnly(box);
+}
+
+// Enter must never send to the reader by itself, so no button is the default. A click moves the focus, so that the box
+// it comes from is padded first.
+void dlgSingleField::setUpButton(QPushButton& button, const QString& name)
+{
+    button.setObjectName(name);
+    button.setAutoDefault(false);
+    button.setDefault(false);
+    button.setFocusPolicy(Qt::StrongFocus);
+}
+
+void dlgSingleField::layOut()
+{
+    auto* lblAddress = new tables::PlainLabel(QStringLiteral("lblAddress"), "Address", this);
+    auto* lblData = new tables::PlainLabel(QStringLiteral("lblData"), "Data", this);
+    lblAddress->setBuddy(txtSingleAddress);
+    lblData->setBuddy(txtSingleValue);
+    auto* frmInstructions = new QGroupBox(tr("Instructions"), this);
+    frmInstructions->setObjectName(QStringLiteral("frmInstructions"));
+    auto* lblInstructions = new tables::PlainLabel(
+        QStringLiteral("lblInstructions"),
+        "Type in the address and new value (both in HEX), then click \"Update\". Click \"Get current value\" to "
+        "retrieve the value from the address.  Click \"Done\" to exit",
+        frmInstructions);
+    lblInstructions->setWordWrap(true);
+    auto* inFrame = new QVBoxLayout(frmInstructions);
+    inFrame->addWidget(lblInstructions);
+
+    auto* grid = new QGridLayout(this);
+    grid->setHorizontalSpacing(12);
+    grid->addWidget(lblAddress, 0, 0);
+    grid->addWidget(txtSingleAddress, 0, 1);
+    grid->addWidget(btnGetCurrentSingle, 0, 3);
+    grid->addWidget(lblData, 1, 0);
+    grid->addWidget(txtSingleValue, 1, 1);
+    grid->addWidget(btnUpdateSingleField, 1, 3);
+    grid->addWidget(frmInstructions, 2, 0, 1, 4);
+    grid->addWidget(OKButton, 3, 3);
+    grid->setColumnStretch(2, 1);
+    grid->setRowStretch(2, 1);
+}
+
+void dlgSingleField::showInFront()
+{
+    if (!isVisible()) {
+        Form_Load();
+        show();
+        txtSingleAddress->setFocus();
+        txtSingleAddress->selectAll();
+    }
+    raise();
+    activateWindow();
+}
+
+void dlgSingleField::setAlwaysOnTop(bool onTop)
+{
+    m_alwaysOnTop = onTop;
+    m_order.SetWindowPos(*this, onTop ? platform::kTopmost : platform::kNotTopmost, platform::kKeepSizeAndPlace);
+}
+
+void dlgSingleField::Form_Load()
+{
+    setAlwaysOnTop(true);
+    txtSingleAddress->setText(QStringLiteral("000"));
+    txtSingleValue->setText(QStringLiteral("00"));
+}
+
+void dlgSingleField::txtSingleAddress_KeyPress(int& KeyAscii)
+{
+    KeyAscii = tables::hexKey(KeyAscii);
+}
+
+void dlgSingleField::txtSingleValue_KeyPress(int& KeyAscii)
+{
+    KeyAscii = tables::hexKey(KeyAscii);
+}
+
+void dlgSingleField::txtSingleAddress_LostFocus()
+{
+    padWithZeros(*txtSingleAddress, kAddressDigits);
+}
+
+void dlgSingleField::txtSingleValue_LostFocus()
+{
+    padWithZeros(*txtSingleValue, kValueDigits);
+}
+
+bool dlgSingleField::eventFilter(QObject* watched, QEvent* event)
+{
+    if (isLoss(*event)) {
+        if (watched == txtSingleAddress) {
+            txtSingleAddress_LostFocus();
+        } else if (watched == txtSingleValue) {
+            txtSingleValue_LostFocus();
+        }
+    }
+    return QDialog::eventFilter(watched, event);
+}
+
+void dlgSingleField::btnGetCurrentSingle_Click()
+{
+    if (const auto value = m_setting.read(toAnsi(txtSingleAddress->text()))) {
+        txtSingleValue->setText(toQString(*value));
+    }
+}
+
+void dlgSingleField::btnUpdateSingleField_Click()
+{
+    // Taken now: the boxes can be edited while the reader is waited for.
+    m_setting.update(toAnsi(txtSingleAddress->text()), toAnsi(txtSingleValue->text()));
+}
+
+void dlgSingleField::OKButton_Click()
+{
+    close();
+}
+
+} // namespace app
