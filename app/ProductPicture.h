@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QIcon>
+#include <QLabel>
+
+// The picture of the product: a swipe reader with a card in its slot. Also the program's icon.
+namespace app {
+
+// In the usual sizes from 16 to 256 pixels.
+[[nodiscard]] QIcon productPicture();
+
+// Shows the picture in a label, as sharp as its screen allows. The size is in logical pixels.
+void showProductPicture(QLabel& label, int size);
+
+} // namespace app

@@ -1,0 +1,113 @@
+#include "app/frmSplash.h"
+
+#include "app/Fonts.h"
+#include "app/ProductPicture.h"
+#include "app/ProgramText.h"
+#include "app/ProgramVersion.h"
+#include "platform/qt/AnsiText.h"
+#include "tables/ui/PlainLabel.h"
+
+#include <QFrame>
+#include <QGridLayout>
+#include <QHBoxLayout>
+#include <QScreen>
+#include <QVBoxLayout>
+
+namespace app {
+
+using tables::PlainLabel;
+
+namespace {
+
+constexpr int kPictureSize = 160; // logical pixels
+
+// The labels take no clicks, so those land in the window itself.
+PlainLabel* makeLabel(const char* name, qreal points, QFont::Weight weight, QWidget* parent)
+{
+    auto* label = new PlainLabel(QLatin1String(name), {}, parent);
+    label->setFont(arial(points, weight));
+    return label;
+}
+
+} // namespace
+
+frmSplash::frmSplash(QWidget* parent)
+    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint)
+{
+    setObjectName(QStringLiteral("frmSplash"));
+    setWindowTitle(platform::toQString(kProgramTitle));
+    setAttribute(Qt::WA_ShowWithoutActivating);
+    auto* Frame1 = new QFrame(this);
+    Frame1->setObjectName(QStringLiteral("Frame1"));
+    Frame1->setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
+    auto* imgLogo = new QLabel(Frame1);
+    imgLogo->setObjectName(QStringLiteral("imgLogo"));
+    showProductPicture(*imgLogo, kPictureSize);
+
+    auto* names = new QVBoxLayout;
+    names->setSpacing(2);
+    names->addStretch();
+    names->addWidget(makeLabel("lblCompanyProduct", 14, QFont::Normal, Frame1));
+    names->addWidget(makeLabel("lblProductName", 26, QFont::Bold, Frame1));
+    names->addWidget(makeLabel("lblPlatform", 12, QFont::Normal, Frame1));
+    names->addSpacing(12);
+    names->addWidget(makeLabel("lblVersion", 11, QFont::Bold, Frame1));
+    names->addWidget(makeLabel("lblPartNum", 9, QFont::Normal, Frame1));
+    names->addStretch();
+
+    auto* grid = new QGridLayout(Frame1);
+    grid->setContentsMargins(28, 24, 36, 20);
+    grid->setHorizontalSpacing(28);
+    grid->setVerticalSpacing(16);
+    grid->addWidget(imgLogo, 0, 0);
+    grid->addLayout(names, 0, 1);
+    grid->addWidget(makeLabel("lblWarning", 8, QFont::Normal, Frame1), 1, 0);
+    grid->addWidget(makeLabel("lblCopyright", 8, QFont::Normal, Frame1), 1, 1, Qt::AlignRight);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(Frame1);
+}
+
+void frmSplash::showInMiddle()
+{
+    Form_Load();
+    adjustSize();
+    move(screen()->availableGeometry().center() - rect().center());
+    show();
+}
+
+void frmSplash::Form_Load()
+{
+    const auto set = [this](const char* name, std::string_view text) {
+        findChild<PlainLabel*>(QLatin1String(name))->setAnsiText(text);
+    };
+    set("lblVersion", versionOnSplash(programVersion()));
+    set("lblProductName", kProgramTitle);
+    set("lblCompanyProduct", kCompanyName);
+    set("lblCopyright", kLegalNotice);
+    set("lblPlatform", "for Windows");
+    set("lblPartNum", "P/N: 51208864");
+    set("lblWarning", "All Rights Reserved");
+}
+
+void frmSplash::Form_Click()
+{
+    close();
+}
+
+void frmSplash::Form_KeyPress()
+{
+    close();
+}
+
+void frmSplash::mouseReleaseEvent([[maybe_unused]] QMouseEvent* event)
+{
+    Form_Click();
+}
+
+void frmSplash::keyPressEvent([[maybe_unused]] QKeyEvent* event)
+{
+    Form_KeyPress();
+}
+
+} // namespace app
