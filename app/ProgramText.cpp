@@ -71,9 +71,11 @@ std::string readTestInstruction()
 
 std::string driverMissing()
 {
-    return joined({
+    constexpr std::string_view kNotInstalled =
         "The Teslin KSD driver needs to be loaded before this program will work.  You may look at the program but "
-        "nothing will be functional until the driver is installed.",
+        "nothing will be functional until the driver is installed.";
+    return joined({
+        kNotInstalled,
         "The KSD driver can be obtained at " + std::string(kSupportAddress) + ":",
         "Part Number:\t60051410 for Windows 95/98 and ME",
         "\t\t60051411 for Windows NT",
