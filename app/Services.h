@@ -9,7 +9,10 @@
 #include "platform/MessageBoxes.h"
 #include "platform/Printer.h"
 #include "platform/ProfileStrings.h"
+#include "platform/Registry.h"
 #include "platform/SerialControl.h"
+#include "platform/StartProgram.h"
+#include "platform/qt/WindowOrder.h"
 
 #include <filesystem>
 #include <string>
@@ -29,6 +32,9 @@ struct Services
     platform::EventPump& events;
     platform::ProfileStrings& settings;
     const platform::DosNames& dosNames;
+    const platform::Registry& registry;
+    platform::StartProgram& programs;
+    platform::WindowOrder& windowOrder;
     std::filesystem::path programFolder; // holds Languages.txt; dialogs start here
     std::string commandLine;             // without the program's name
     int tickMilliseconds;                // of Timer1; 0 = no timer, ticks come from outside

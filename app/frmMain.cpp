@@ -1,10 +1,11 @@
 #include "app/frmMain.h"
 
-#include "app/DriverCheck.h"
 #include "app/LanguageList.h"
 #include "app/ProgramConfig.h"
 #include "app/ProgramText.h"
 #include "app/WindowPlacement.h"
+#include "app/frmAbout.h"
+#include "app/frmSplash.h"
 #include "device/Commands.h"
 #include "platform/ReplaceFile.h"
 #include "platform/qt/AnsiText.h"
@@ -54,7 +55,6 @@ frmMain::frmMain(const Services& services)
     , m_page_ReadTest(new ReadTestPage(this))
     , lblFilename(new QLabel(this))
     , btnNotes(new QPushButton(tr("&Notes"), this))
-    , m_pleaseWait(this)
     , m_side_CFG(*this, tables::kConfigurationTab)
     , m_side_KB(*this, tables::kKeyboardLanguageTab)
     , m_linkSide(*this)
@@ -78,6 +78,7 @@ frmMain::frmMain(const Services& services)
                                 std::string_view bytes) { return bool(platform::replaceFile(file, bytes)); },
                  .programFolder = services.programFolder})
     , m_fileFlows(m_tables, m_fileSide, services.fileDialogs, services.boxes, services.programFolder)
+    , m_openedWindows(*this)
 {
     buildWindow();
     connectEverything();
@@ -138,8 +139,11 @@ void frmMain::connectEverything()
     onFileMenu(m_menu.mnuOpen_KB, &frmMain::mnuOpen_Click, tables::kKeyboardLanguageTab);
     onFileMenu(m_menu.mnuSave_KB, &frmMain::mnuSave_Click, tables::kKeyboardLanguageTab);
     onFileMenu(m_menu.mnuSaveAs_KB, &frmMain::mnuSaveAs_Click, tables::kKeyboardLanguageTab);
+    connect(m_menu.mnuOptions, &QAction::triggered, this, &frmMain::mnuOptions_Click);
     connect(m_menu.mnuExit, &QAction::triggered, this, &frmMain::mnuExit_Click);
+    connect(m_menu.mnuEditSingle, &QAction::triggered, this, &frmMain::mnuEditSingle_Click);
     connect(m_menu.mnuRead, &QAction::triggered, this, &frmMain::mnuRead_Click);
+    connect(m_menu.mnuAbout, &QAction::triggered, this, &frmMain::mnuAbout_Click);
     connect(btnNotes, &QPushButton::clicked, this, &frmMain::btnNotes_Click);
     connect(SSTab1, &QTabWidget::currentChanged, this, &frmMain::tabMoved);
     connect(m_identification, &IdentificationStrip::lblDriverName_Change, this,
@@ -180,13 +184,16 @@ void frmMain::Form_Load()
     if (m_services.tickMilliseconds > 0) {
         Timer1.start(m_services.tickMilliseconds);
     }
-    KSD_Driver_Is_Installed(m_services.dosNames, m_services.boxes, m_services.beep);
+    frmSplash splash;
+    splash.showInMiddle();
+    frmAbout::KSD_Driver_Is_Installed(m_services.dosNames, m_services.boxes, m_services.beep);
     m_link.PortNumber = 0;
     GetProgramConfig(m_services.settings, m_link, m_portSetup);
     show();
     while (!isVisible()) {
         m_services.events.waitForEvents();
     }
+    splash.close(); // left standing, it would take the user's first click
     showNormal();
     restorePlacement(m_services.settings, *this);
     Hide_All();
@@ -350,6 +357,21 @@ void frmMain::mnuRead_Click()
     m_services.boxes.show({.text = briefHelp(), .title = "Teslin Configure help"});
 }
 
+void frmMain::mnuOptions_Click()
+{
+    m_openedWindows.showOptions();
+}
+
+void frmMain::mnuEditSingle_Click()
+{
+    m_openedWindows.showSingleField();
+}
+
+void frmMain::mnuAbout_Click()
+{
+    m_openedWindows.showAbout();
+}
+
 void frmMain::btnNotes_Click()
 {
     const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
@@ -372,12 +394,12 @@ void frmMain::Hide_All()
 
 void frmMain::ShowPleaseWait()
 {
-    m_pleaseWait.showOver(*this);
+    m_openedWindows.showPleaseWait();
 }
 
 void frmMain::HidePleaseWait()
 {
-    m_pleaseWait.hide();
+    m_openedWindows.hidePleaseWait();
 }
 
 void frmMain::Timer1_Timer()
@@ -508,7 +530,7 @@ void frmMain::Form_Unload()
     m_link.UserAbort = true;
     m_operations.setClosing(true);
     m_connection.CloseTheDeviceDriver();
-    m_pleaseWait.hide();
+    m_openedWindows.hideAll();
     m_summary.close();
     emit unloaded();
 }

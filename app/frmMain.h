@@ -3,6 +3,7 @@
 #include "app/IdentificationStrip.h"
 #include "app/MainMenu.h"
 #include "app/MainToolbar.h"
+#include "app/OpenedWindows.h"
 #include "app/PortSetup.h"
 #include "app/ReadTestPage.h"
 #include "app/RememberedFiles.h"
@@ -10,7 +11,6 @@
 #include "app/StatusPanels.h"
 #include "app/TablePage.h"
 #include "app/WindowSides.h"
-#include "app/frmPleaseWait.h"
 #include "device/ReadTest.h"
 #include "device/TableTransfer.h"
 #include "files/KeyboardLayouts.h"
@@ -48,6 +48,9 @@ public:
     void mnuRead_Click();
     // Shows the summary of the current tab's table; returns when its window has been closed.
     void BuildSummary();
+    void mnuOptions_Click();
+    void mnuEditSingle_Click();
+    void mnuAbout_Click();
 
     // Sets the enabled state of toolbar buttons 1 to 6.
     void EnableButtons(bool enabled);
@@ -148,7 +151,6 @@ private:
     ReadTestPage* m_page_ReadTest = nullptr;
     QLabel* lblFilename = nullptr;
     QPushButton* btnNotes = nullptr;
-    frmPleaseWait m_pleaseWait;
     QTimer Timer1;
     bool m_isUnloading = false; // the questions of the end are being asked
     bool m_isUnloaded = false;
@@ -171,6 +173,7 @@ private:
     PlacementSide m_placementSide;
     report::SummaryPresenter m_summary;
     files::TableFileFlows m_fileFlows;
+    OpenedWindows m_openedWindows;
 };
 
 } // namespace app

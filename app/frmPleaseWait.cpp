@@ -8,8 +8,9 @@
 
 namespace app {
 
-frmPleaseWait::frmPleaseWait(QWidget* parent)
-    : QWidget(parent, Qt::Tool | Qt::WindowTitleHint | Qt::CustomizeWindowHint | Qt::WindowStaysOnTopHint)
+frmPleaseWait::frmPleaseWait(platform::WindowOrder& order, QWidget* parent)
+    : QWidget(parent, Qt::Tool | Qt::WindowTitleHint | Qt::CustomizeWindowHint)
+    , m_order(order)
 {
     setObjectName(QStringLiteral("frmPleaseWait"));
     setWindowTitle(platform::toQString(kProgramTitle));
@@ -28,9 +29,35 @@ frmPleaseWait::frmPleaseWait(QWidget* parent)
 
 void frmPleaseWait::showOver(const QWidget& window)
 {
+    if (!isVisible()) {
+        Form_Load();
+    }
     adjustSize();
     move(window.geometry().center() - rect().center());
     show();
+}
+
+void frmPleaseWait::unload()
+{
+    if (isVisible()) {
+        Form_Unload();
+        hide();
+    }
+}
+
+void frmPleaseWait::Form_Load()
+{
+    putInOrder(platform::kTopmost);
+}
+
+void frmPleaseWait::Form_Unload()
+{
+    putInOrder(platform::kTopOfOrdinaryWindows);
+}
+
+void frmPleaseWait::putInOrder(int insertAfter)
+{
+    m_order.SetWindowPos(*this, insertAfter, platform::kKeepSizeAndPlace);
 }
 
 } // namespace app

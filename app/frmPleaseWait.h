@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/qt/WindowOrder.h"
+
 #include <QWidget>
 
 namespace app {
@@ -10,10 +12,21 @@ class frmPleaseWait final : public QWidget
     Q_OBJECT
 
 public:
-    explicit frmPleaseWait(QWidget* parent = nullptr);
+    // The window order outlives the window.
+    explicit frmPleaseWait(platform::WindowOrder& order, QWidget* parent = nullptr);
 
     // Shows the window over the middle of another one, without taking the keyboard from it.
     void showOver(const QWidget& window);
+    // Does nothing while it is not shown.
+    void unload();
+
+    void Form_Load();
+    void Form_Unload();
+
+private:
+    void putInOrder(int insertAfter);
+
+    platform::WindowOrder& m_order;
 };
 
 } // namespace app

@@ -1,3 +1,4 @@
+#include "app/ProductPicture.h"
 #include "app/ProgramText.h"
 #include "app/frmMain.h"
 #include "device/ReplyPeriod.h"
@@ -9,6 +10,7 @@
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtPrinter.h"
 #include "platform/qt/QtSerialControl.h"
+#include "platform/qt/QtWindowOrder.h"
 
 #include <QApplication>
 #include <QStandardPaths>
@@ -38,6 +40,7 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     // The program ends when the main window says so, after its questions and with its settings written.
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setWindowIcon(app::productPicture());
 
     const platform::DosNames dosNames;
     platform::QtSerialControl MSComm1(dosNames);
@@ -48,6 +51,9 @@ int main(int argc, char* argv[])
     const platform::QtClock clock;
     platform::QtBeep beep;
     platform::QtEventPump events;
+    const std::unique_ptr<platform::Registry> registry = platform::makeRegistry();
+    const std::unique_ptr<platform::StartProgram> programs = platform::makeStartProgram();
+    platform::QtWindowOrder windowOrder;
     const std::filesystem::path program = toPath(QApplication::applicationFilePath());
     const std::filesystem::path configFolder =
         toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
@@ -64,6 +70,9 @@ int main(int argc, char* argv[])
                           .events = events,
                           .settings = settings,
                           .dosNames = dosNames,
+                          .registry = *registry,
+                          .programs = *programs,
+                          .windowOrder = windowOrder,
                           .programFolder = program.parent_path(),
                           .commandLine = commandLine(),
                           .tickMilliseconds = device::ReplyPeriod::kTickMilliseconds});

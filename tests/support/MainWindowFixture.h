@@ -1,10 +1,12 @@
 #pragma once
 
 #include "app/frmMain.h"
-#include "platform/Beep.h"
 #include "platform/qt/PathText.h"
 #include "platform/qt/QtEventPump.h"
 #include "simulator/ReaderModel.h"
+#include "tests/support/CountingBeep.h"
+#include "tests/support/RecordingWindowOrder.h"
+#include "tests/support/SystemTools.h"
 #include "tests/support/TestFileDialogs.h"
 #include "tests/support/TestMessageBoxes.h"
 #include "tests/support/TestPrinter.h"
@@ -19,13 +21,6 @@
 #include <memory>
 
 namespace testsupport {
-
-class CountingBeep final : public platform::Beep
-{
-public:
-    void sound() override { ++count; }
-    int count = 0;
-};
 
 class FixedClock final : public platform::Clock
 {
@@ -65,6 +60,9 @@ public:
                                                               .events = events,
                                                               .settings = *settings,
                                                               .dosNames = *dosNames,
+                                                              .registry = registry,
+                                                              .programs = programs,
+                                                              .windowOrder = windowOrder,
                                                               .programFolder = platform::toPath(folder.path()),
                                                               .commandLine = std::move(commandLine),
                                                               .tickMilliseconds = 1});
@@ -98,6 +96,9 @@ public:
     FixedClock clock;
     CountingBeep beep;
     platform::QtEventPump events;
+    FakeRegistry registry;
+    RecordingStart programs;
+    RecordingWindowOrder windowOrder;
     std::unique_ptr<platform::DosNames> dosNames;
     std::unique_ptr<platform::ProfileStrings> settings;
     std::unique_ptr<app::frmMain> window;

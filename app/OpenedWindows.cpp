@@ -1,0 +1,104 @@
+#include "app/OpenedWindows.h"
+
+#include "app/ProgramConfig.h"
+#include "app/frmAbout.h"
+#include "app/frmMain.h"
+
+#include <QEventLoop>
+
+namespace app {
+
+// --- SingleSettingSide ---
+
+void SingleSettingSide::EditData_CFG()
+{
+    m_window.editor_CFG().EditData_CFG();
+    reopenShownEditor(tables::kConfigurationTab);
+}
+
+void SingleSettingSide::EditData_KB()
+{
+    m_window.editor_KB().EditData_KB();
+    reopenShownEditor(tables::kKeyboardLanguageTab);
+}
+
+// Only one editor has its controls at a time. When the other table's tab is shown, its editor has just lost them.
+void SingleSettingSide::reopenShownEditor(int refreshedTab)
+{
+    const int shownTab = m_window.tabs().currentIndex();
+    if (shownTab == refreshedTab) {
+        return;
+    }
+    if (shownTab == tables::kConfigurationTab) {
+        m_window.paramTables().CFG.reopenEditor();
+    } else if (shownTab == tables::kKeyboardLanguageTab) {
+        m_window.paramTables().KB.reopenEditor();
+    }
+}
+
+// --- OpenedWindows ---
+
+OpenedWindows::OpenedWindows(frmMain& window)
+    : m_window(window)
+    , m_side(window)
+    , m_singleSetting(window.link(), window.operations(), window.protocol(), window.connection(), window.paramTables(),
+                      m_side, window.services().boxes)
+    , m_options(
+          window.link(), window.operations(), window.connection(), window.portSetup(), window.services().boxes,
+          [&window] { SaveProgramConfig(window.services().settings, window.link(), window.portSetup(), window); },
+          &window)
+    , m_singleField(m_singleSetting, window.services().windowOrder, &window)
+    , m_pleaseWait(window.services().windowOrder, &window)
+{}
+
+void OpenedWindows::showOptions()
+{
+    if (!m_window.operations().isRunning()) {
+        m_options.showInFront();
+    }
+}
+
+void OpenedWindows::showSingleField()
+{
+    m_singleField.showInFront();
+}
+
+void OpenedWindows::showAbout()
+{
+    if (m_about != nullptr) {
+        m_about->raise();
+        m_about->activateWindow();
+        return;
+    }
+    const Services& services = m_window.services();
+    frmAbout about(services.registry, services.programs, services.dosNames, services.boxes, &m_window);
+    m_about = &about;
+    about.Form_Load();
+    QEventLoop untilClosed;
+    QObject::connect(&about, &frmAbout::unloaded, &untilClosed, &QEventLoop::quit);
+    about.show();
+    untilClosed.exec();
+    m_about = nullptr;
+}
+
+void OpenedWindows::showPleaseWait()
+{
+    m_pleaseWait.showOver(m_window);
+}
+
+void OpenedWindows::hidePleaseWait()
+{
+    m_pleaseWait.unload();
+}
+
+void OpenedWindows::hideAll()
+{
+    m_options.hide();
+    m_singleField.hide();
+    m_pleaseWait.unload();
+    if (m_about != nullptr) {
+        m_about->hide();
+    }
+}
+
+} // namespace app

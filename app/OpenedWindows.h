@@ -1,0 +1,61 @@
+#pragma once
+
+#include "app/dlgSingleField.h"
+#include "app/frmOptions.h"
+#include "app/frmPleaseWait.h"
+#include "device/SingleSetting.h"
+
+namespace app {
+
+class frmAbout;
+class frmMain;
+
+// The main window as changing a single setting sees it.
+class SingleSettingSide final : public device::SingleSettingWindow
+{
+public:
+    explicit SingleSettingSide(frmMain& window)
+        : m_window(window)
+    {}
+
+    void EditData_CFG() override;
+    void EditData_KB() override;
+
+private:
+    void reopenShownEditor(int refreshedTab);
+
+    frmMain& m_window;
+};
+
+// The windows that the main window opens, at most one of each, and what they need of it.
+class OpenedWindows final
+{
+public:
+    // The main window outlives this object; its link, tables and services are there already.
+    explicit OpenedWindows(frmMain& window);
+
+    OpenedWindows(const OpenedWindows&) = delete;
+    OpenedWindows& operator=(const OpenedWindows&) = delete;
+
+    // While the device is in use the options stay closed: they could change the port under the operation.
+    void showOptions();
+    void showSingleField();
+    // Returns when the about box is gone; the program goes on meanwhile.
+    void showAbout();
+    void showPleaseWait();
+    void hidePleaseWait();
+
+    // The program ends.
+    void hideAll();
+
+private:
+    frmMain& m_window;
+    SingleSettingSide m_side;
+    device::SingleSetting m_singleSetting;
+    frmOptions m_options;
+    dlgSingleField m_singleField;
+    frmPleaseWait m_pleaseWait;
+    frmAbout* m_about = nullptr; // while it is open
+};
+
+} // namespace app
