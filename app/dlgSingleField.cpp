@@ -19,6 +19,7 @@ namespace {
 
 constexpr int kAddressDigits = 3;
 constexpr int kValueDigits = 2;
+constexpr int kLineCharacters = 56; // of the instructions
 
 void padWithZeros(QLineEdit& box, int digits)
 {
@@ -91,6 +92,7 @@ void dlgSingleField::layOut()
         "retrieve the value from the address.  Click \"Done\" to exit",
         frmInstructions);
     lblInstructions->setWordWrap(true);
+    lblInstructions->setMinimumWidth(fontMetrics().averageCharWidth() * kLineCharacters);
     auto* inFrame = new QVBoxLayout(frmInstructions);
     inFrame->addWidget(lblInstructions);
 

@@ -59,6 +59,7 @@ frmOptions::frmOptions(device::LinkState& link, device::Operations& operations, 
     setWindowTitle(tr("KSD Driver Setup"));
     setWindowModality(Qt::WindowModal);
     tbsOptions->setObjectName(QStringLiteral("tbsOptions"));
+    tbsOptions->setExpanding(false);
     tbsOptions->addTab(tr("Enter KSD driver information"));
     buildPage();
     cmdOK = makeButton("cmdOK", tr("OK"), this);
