@@ -87,7 +87,11 @@ bool ProgramProcess::start(const Setup& setup)
 int ProgramProcess::waitForEnd()
 {
     const bool ended = m_process.state() == QProcess::NotRunning || m_process.waitForFinished(kStart);
-    return ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    const int code = ended && m_process.exitStatus() == QProcess::NormalExit ? m_process.exitCode() : -1;
+    if (code != 0) {
+        qWarning("the program said: %s", m_process.readAllStandardError().constData());
+    }
+    return code;
 }
 
 bool ProgramProcess::isRunning()

@@ -27,7 +27,8 @@ public:
     // True when the program has started and the window driver answers; a window need not be there yet.
     [[nodiscard]] bool start(const Setup& setup);
 
-    // The exit code; -1 when it crashed or did not end within the limit.
+    // The exit code; -1 when it crashed or did not end within the limit. Unless it is 0, a warning tells what the
+    // program said.
     [[nodiscard]] int waitForEnd();
     [[nodiscard]] bool isRunning();
 
@@ -57,7 +58,6 @@ public:
     [[nodiscard]] qint64 processorTime() const;
 
     [[nodiscard]] QString settingsFile() const;
-    [[nodiscard]] QByteArray errors() { return m_process.readAllStandardError(); }
 
 private:
     [[nodiscard]] QString executable() const;
