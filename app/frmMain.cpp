@@ -21,7 +21,6 @@
 
 namespace app {
 
-using platform::toAnsi;
 using platform::toQString;
 
 namespace {
@@ -538,10 +537,8 @@ void frmMain::Form_Unload()
 // The wheel over the tabs would move through them, and entering the read test sends commands to the reader.
 bool frmMain::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == SSTab1->tabBar() && event->type() == QEvent::Wheel) {
-        return true;
-    }
-    return QMainWindow::eventFilter(watched, event);
+    // Only the tabs are watched; they are not asked, because their last events come while they are destroyed.
+    return event->type() == QEvent::Wheel || QMainWindow::eventFilter(watched, event);
 }
 
 void frmMain::closeEvent(QCloseEvent* event)

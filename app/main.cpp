@@ -3,6 +3,7 @@
 #include "app/frmMain.h"
 #include "device/ReplyPeriod.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/PathText.h"
 #include "platform/qt/QtBeep.h"
 #include "platform/qt/QtClock.h"
 #include "platform/qt/QtEventPump.h"
@@ -28,11 +29,6 @@ std::string commandLine()
     return platform::toAnsi(QApplication::arguments().mid(1).join(QLatin1Char(' ')).trimmed());
 }
 
-std::filesystem::path toPath(const QString& name)
-{
-    return std::filesystem::path(name.toStdU16String());
-}
-
 } // namespace
 
 int main(int argc, char* argv[])
@@ -54,9 +50,9 @@ int main(int argc, char* argv[])
     const std::unique_ptr<platform::Registry> registry = platform::makeRegistry();
     const std::unique_ptr<platform::StartProgram> programs = platform::makeStartProgram();
     platform::QtWindowOrder windowOrder;
-    const std::filesystem::path program = toPath(QApplication::applicationFilePath());
+    const std::filesystem::path program = platform::toPath(QApplication::applicationFilePath());
     const std::filesystem::path configFolder =
-        toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+        platform::toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
     platform::ProfileStrings settings(platform::settingsFilePath(program, configFolder),
                                       platform::settingsFileBeside(program));
 

@@ -16,9 +16,9 @@ QString pathText(const std::filesystem::path& path)
 std::filesystem::path toPath(const QString& name)
 {
 #ifdef Q_OS_WIN
-    return std::filesystem::path(name.toStdWString());
+    return {name.toStdWString()};
 #else
-    return std::filesystem::path(QFile::encodeName(name).toStdString());
+    return {QFile::encodeName(name).toStdString()};
 #endif
 }
 
