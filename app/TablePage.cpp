@@ -29,8 +29,8 @@ TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const Q
     m_editColumn->addWidget(m_comments);
 
     auto* row = new QHBoxLayout(this);
-    row->addWidget(m_grid, 1);
-    row->addLayout(m_editColumn);
+    row->addWidget(m_grid, 3);
+    row->addLayout(m_editColumn, 2);
 }
 
 void TablePage::setEditor(QWidget* editor)
