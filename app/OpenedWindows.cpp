@@ -65,6 +65,10 @@ void OpenedWindows::showSingleField()
 
 void OpenedWindows::showAbout()
 {
+    // Waiting for the box inside an operation would hold the operation up.
+    if (m_window.operations().isRunning()) {
+        return;
+    }
     if (m_about != nullptr) {
         m_about->raise();
         m_about->activateWindow();

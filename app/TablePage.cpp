@@ -20,6 +20,7 @@ TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const Q
     m_comments->setObjectName(commentsName);
     m_comments->setToolTip(tr("Type in any comments you want saved with this configuration"));
     m_comments->setTabChangesFocus(true);
+    m_comments->setAcceptDrops(false); // a file dropped on the window is for the window
     m_comments->setFixedHeight(m_comments->fontMetrics().lineSpacing() * kCommentLines + 14);
     auto* commentsTitle = new QLabel(tr("&Comments"), this);
     commentsTitle->setBuddy(m_comments);

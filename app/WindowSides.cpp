@@ -201,6 +201,11 @@ bool LinkSide::isBusy() const
     return m_window.operations().isRunning();
 }
 
+bool LinkSide::wasCutShort() const
+{
+    return m_window.link().connectionLost || m_window.operations().isClosing();
+}
+
 bool LinkSide::run(const std::function<void()>& work)
 {
     return m_window.operations().run(work);

@@ -81,6 +81,7 @@ public:
     void enableExitButton() override;
 
     [[nodiscard]] bool isBusy() const override;
+    [[nodiscard]] bool wasCutShort() const override;
     bool run(const std::function<void()>& work) override;
     [[nodiscard]] bool OpenTheDeviceDriver() override;
     void CloseTheDeviceDriver() override;

@@ -17,7 +17,9 @@
 #include <QMimeData>
 #include <QTabBar>
 #include <QUrl>
+
 #include <QVBoxLayout>
+#include <utility>
 
 namespace app {
 
@@ -270,8 +272,8 @@ void frmMain::retrieve()
     m_operations.run([this] {
         tables::LiveTable& table = m_handledTab == tables::kConfigurationTab ? m_live_CFG : m_live_KB;
         if (m_transfer.btnRetrieveParms_Click()) {
-            // Every row now is what the reader holds: no edit is left that could be lost.
-            table.table().TableChanged = false;
+            // Every row now is what the reader holds, unless the user edited one while later ones were read.
+            table.table().TableChanged = table.hasMarkedRows();
         }
     });
 }
@@ -284,7 +286,8 @@ bool frmMain::selectTabOf(tables::Tab tab)
         return false;
     }
     SSTab1->setCurrentIndex(tab);
-    return true;
+    // Leaving the read test takes a while, in which the user may have gone elsewhere or closed the window.
+    return SSTab1->currentIndex() == tab && !m_isUnloaded;
 }
 
 void frmMain::mnuOpen_Click(tables::Tab tab)
@@ -325,7 +328,7 @@ void frmMain::dragEnterEvent(QDragEnterEvent* event)
 
 void frmMain::dropEvent(QDropEvent* event)
 {
-    if (isTableFile(*event->mimeData())) {
+    if (isTableFile(*event->mimeData()) && !m_operations.isRunning()) {
         event->acceptProposedAction();
         openDroppedFile(platform::toPath(event->mimeData()->urls().constFirst().toLocalFile()));
     }
@@ -351,8 +354,12 @@ void frmMain::BuildSummary()
          .date = m_services.clock.today()});
 }
 
+// A box would hold up an operation that runs, and the Abort button with it.
 void frmMain::mnuRead_Click()
 {
+    if (m_operations.isRunning()) {
+        return;
+    }
     m_services.boxes.show({.text = briefHelp(), .title = "Teslin Configure help"});
 }
 
@@ -373,6 +380,9 @@ void frmMain::mnuAbout_Click()
 
 void frmMain::btnNotes_Click()
 {
+    if (m_operations.isRunning()) {
+        return;
+    }
     const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
     m_services.boxes.show(
         {.text = onConfiguration ? notesOnConfiguration() : notesOnKeyboardLanguage(),
@@ -509,7 +519,9 @@ bool frmMain::checkForUnsavedData(tables::Tab tab, const tables::LiveTable& tabl
     if (answer == platform::BoxAnswer::Yes) {
         // The dialog saves the table of the current tab, which need not be the one asked about. Whatever becomes of the
         // dialog, the user has decided to go on.
-        SSTab1->setCurrentIndex(tab);
+        while (SSTab1->currentIndex() != tab) { // leaving the read test lets the user click another tab
+            SSTab1->setCurrentIndex(tab);
+        }
         m_fileFlows.SaveTableFileAs();
     }
     return answer != platform::BoxAnswer::Cancel;
@@ -565,16 +577,17 @@ void frmMain::closeEvent(QCloseEvent* event)
 
 void frmMain::operationEnded()
 {
-    if (m_link.connectionLost) {
-        m_link.connectionLost = false;
-        m_status.setFirst(tr("Lost the connection to COM%1").arg(m_link.PortNumber));
-    }
+    const bool wasLost = std::exchange(m_link.connectionLost, false);
     if (m_operations.isClosing() && !m_isUnloaded) {
         m_operations.setClosing(false);
-        close();
-        return;
+        if (close()) {
+            return;
+        }
     }
     tabMoved();
+    if (wasLost) { // last: nobody may take a broken transfer for a finished one
+        m_status.setFirst(tr("Lost the connection to COM%1").arg(m_link.PortNumber));
+    }
 }
 
 } // namespace app

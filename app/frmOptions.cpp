@@ -304,7 +304,7 @@ void frmOptions::testPort()
     m_connection.CloseTheDeviceDriver();
     m_link.PortNumber = static_cast<std::int16_t>(sclComPort->value());
     m_testSetPort = true;
-    if (m_connection.OpenTheDeviceDriver()) {
+    if (m_connection.OpenTheDeviceDriver() && !m_link.connectionLost) {
         say("Teslin successfully opened"); // and stays open: the window shows what it found
     } else {
         say("Unable to open the Teslin");

@@ -16,6 +16,10 @@ namespace {
 // What the file dialog is without a choice.
 constexpr std::string_view kNoChoice = "XXX";
 
+// What a comment box takes from a file. A file of nothing but comment lines, picked by mistake, must not stop the
+// window.
+constexpr std::size_t kLongestComment = 65'535;
+
 struct Kind
 {
     const char* pattern;
@@ -69,15 +73,12 @@ TableFileFlows::TableFileFlows(tables::ParamTables& tables, TableFileWindow& win
 void TableFileFlows::OpenTableFile()
 {
     const ButtonsOff buttonsOff(m_window);
-    const std::filesystem::path name = m_dialogs.chooseFileToOpen(dialogSetup());
-    if (!isNoChoice(name)) {
-        openFile(name);
-    }
+    openFile(m_dialogs.chooseFileToOpen(dialogSetup()));
 }
 
 void TableFileFlows::openFile(const std::filesystem::path& name)
 {
-    if (!LoadCurrent(name)) {
+    if (isNoChoice(name) || !LoadCurrent(name)) {
         return;
     }
     m_window.rememberFile(tab(), name);
@@ -110,7 +111,7 @@ void TableFileFlows::fillTable(const TableFile& file)
     const int count = static_cast<int>(file.rows.size());
     // No editor may open on a row that is only half there.
     m_tables.session.EditState = tables::EditSession::kLayingOutKeyboard;
-    m_window.setComments(tab(), file.comment);
+    m_window.setComments(tab(), std::string_view(file.comment).substr(0, kLongestComment));
     rows.NumParms = static_cast<std::uint8_t>(count);
     rows.setRowCount(count + 1);
     for (int row = 1; row <= count; ++row) {

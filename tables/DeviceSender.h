@@ -18,6 +18,10 @@ public:
     // Runs a piece of work as the one device operation; false, and nothing done, while another one is running.
     virtual bool run(const std::function<void()>& work) = 0;
 
+    // True when the operation that runs has lost its connection, or the program is being closed: nobody may be told
+    // that it has done its work.
+    [[nodiscard]] virtual bool wasCutShort() const { return false; }
+
     // Opens the link; false when it did not open, which the user has then been told.
     [[nodiscard]] virtual bool OpenTheDeviceDriver() = 0;
     virtual void CloseTheDeviceDriver() = 0;

@@ -150,6 +150,16 @@ void LiveTable::selectionChanged()
     m_guardingSelection = false;
 }
 
+bool LiveTable::hasMarkedRows() const
+{
+    for (int row = 1; row <= m_table.NumParms; ++row) {
+        if (m_table.cell(row, kChangedColumn) == kChangedMark) {
+            return true;
+        }
+    }
+    return false;
+}
+
 void LiveTable::restoreTabCaption()
 {
     m_host.setTabCaption(m_table.kind().caption);

@@ -49,6 +49,9 @@ public:
     // The grid's selection has changed: keeps cursor and selection off rows beyond the last data row.
     void selectionChanged();
 
+    // True while any row is marked changed.
+    [[nodiscard]] bool hasMarkedRows() const;
+
     // The tab caption without the changed mark.
     void restoreTabCaption();
     // Opens the editor on the current row even if it was the one opened last.

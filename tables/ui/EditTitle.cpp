@@ -5,6 +5,13 @@
 
 namespace tables {
 
+namespace {
+
+// More than any title shows: the notes of a file may be megabytes, which must not be measured at each painting.
+constexpr qsizetype kMeasuredCharacters = 1000;
+
+} // namespace
+
 EditTitle::EditTitle(const QString& name, QWidget* parent)
     : PlainLabel(name, {}, parent)
 {
@@ -23,7 +30,7 @@ QSize EditTitle::sizeHint() const
 void EditTitle::paintEvent([[maybe_unused]] QPaintEvent* event)
 {
     QPainter painter(this);
-    const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, width());
+    const QString shown = fontMetrics().elidedText(text().left(kMeasuredCharacters), Qt::ElideRight, width());
     style()->drawItemText(&painter, rect(), int{Qt::AlignLeft | Qt::AlignVCenter}, palette(), isEnabled(), shown,
                           foregroundRole());
 }

@@ -37,6 +37,7 @@ EntryBox::EntryBox(const QString& name, int digits, QWidget* parent)
     , m_digits(digits)
 {
     setObjectName(name);
+    setAcceptDrops(false); // a file dropped on the window is for the window
     setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 

@@ -243,29 +243,29 @@ void KeyboardLanguageEditor::grdKB_DblClick()
         return;
     }
     const std::vector<std::string> settings = settings_KB(m_row.text(kAddressColumn), m_row.text(kValueColumn));
-    if (!confirmSend(m_boxes, sendQuestion_KB(settings)) || !sendSettings(settings)) {
+    if (confirmSend(m_boxes, sendQuestion_KB(settings))) {
+        m_device.run([this, &settings] { sendSettings(settings); });
+    }
+}
+
+// Ends with the notice and a fresh editor while it still is the one device operation: what the user clicked meanwhile
+// comes after that.
+void KeyboardLanguageEditor::sendSettings(std::span<const std::string> settings)
+{
+    if (!m_device.OpenTheDeviceDriver()) {
+        return;
+    }
+    for (const std::string& setting : settings) {
+        const std::string command = "/rawsend WPW" + setting;
+        m_device.Send_Cmd(command);
+        m_host.setStatusText("Sent command: " + command);
+    }
+    m_device.CloseTheDeviceDriver();
+    if (m_device.wasCutShort()) {
         return;
     }
     m_boxes.show({.text = sentNotice_KB(settings)});
     EditData_KB();
-}
-
-bool KeyboardLanguageEditor::sendSettings(std::span<const std::string> settings)
-{
-    bool sent = false;
-    const auto work = [&] {
-        if (!m_device.OpenTheDeviceDriver()) {
-            return;
-        }
-        for (const std::string& setting : settings) {
-            const std::string command = "/rawsend WPW" + setting;
-            m_device.Send_Cmd(command);
-            m_host.setStatusText("Sent command: " + command);
-        }
-        m_device.CloseTheDeviceDriver();
-        sent = true;
-    };
-    return m_device.run(work) && sent;
 }
 
 } // namespace tables

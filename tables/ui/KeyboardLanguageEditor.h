@@ -68,7 +68,7 @@ private:
     void writeFlags(const BitField& field, int index);
     void writeShiftFlag(const BitField& field, int index);
     void writePair(const PairValue& pair);
-    [[nodiscard]] bool sendSettings(std::span<const std::string> settings);
+    void sendSettings(std::span<const std::string> settings);
 
     LiveTable& m_table;
     EditSession& m_session;

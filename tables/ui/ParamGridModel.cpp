@@ -5,7 +5,16 @@
 #include <QFont>
 #include <QFontDatabase>
 
+#include <string_view>
+
 namespace tables {
+
+namespace {
+
+// More than any cell shows: the notes of a file may be megabytes, which must not be laid out at each painting.
+constexpr std::size_t kShownCharacters = 1000;
+
+} // namespace
 
 ParamGridModel::ParamGridModel(ParamTable& table, QObject* parent)
     : QAbstractTableModel(parent)
@@ -36,7 +45,7 @@ QVariant ParamGridModel::data(const QModelIndex& index, int role) const
     }
     const int row = index.row() + 1;
     if (role == Qt::DisplayRole) {
-        return platform::toQString(m_table.cell(row, index.column()));
+        return platform::toQString(std::string_view(m_table.cell(row, index.column())).substr(0, kShownCharacters));
     }
     if (role == Qt::FontRole && index.column() != kNotesColumn) {
         QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);

@@ -255,6 +255,73 @@ private slots:
         f.table_KB().TableChanged = false;
     }
 
+    // A tab clicked before the window was closed in vain is in effect afterwards.
+    void aCancelledCloseKeepsTheTabClick()
+    {
+        MainWindowFixture f;
+        f.start();
+        f.window->paramTables().PutTableEntry_KB("080", "XXX", 0);
+        f.reader.onOutput = [&](int count) {
+            if (count == kIdentificationCommands + 2) {
+                f.find<QTabWidget>("SSTab1")->setCurrentIndex(kKeyboardLanguageTab);
+                f.window->close();
+            }
+        };
+        f.boxes.expect(BoxAnswer::Cancel);
+        f.press("KEY_RETRIEVE");
+        QCOMPARE(f.window->handledTab(), int{kKeyboardLanguageTab});
+        QVERIFY(f.find<QWidget>("frmE_KB")->isVisible());
+        f.table_KB().TableChanged = false;
+    }
+
+    void helpBoxesWaitUntilTheTransferIsOver()
+    {
+        MainWindowFixture f;
+        f.start();
+        f.reader.onOutput = [&](int count) {
+            if (count == kIdentificationCommands + 2) {
+                f.find<QAction>("mnuRead")->trigger();
+                f.find<QAction>("mnuAbout")->trigger();
+                f.window->btnNotes_Click();
+            }
+        };
+        f.press("KEY_RETRIEVE");
+        QCOMPARE(f.reader.commands.size(), 32);
+        QVERIFY(f.boxes.shown.empty());
+    }
+
+    void anEditMadeDuringARetrieveIsStillUnsaved()
+    {
+        MainWindowFixture f;
+        f.start();
+        f.reader.onOutput = [&](int count) {
+            if (count == kIdentificationCommands + 10) {
+                f.window->paramTables().CFG.table().TableChanged = true;
+                f.window->paramTables().CFG.table().setCell(2, 0, "XXX");
+            }
+        };
+        f.press("KEY_RETRIEVE");
+        QVERIFY(f.table_CFG().TableChanged);
+        f.table_CFG().TableChanged = false;
+    }
+
+    void aLostKeyboardSendIsNotCalledSent()
+    {
+        MainWindowFixture f;
+        f.start();
+        f.find<QTabWidget>("SSTab1")->setCurrentIndex(kKeyboardLanguageTab);
+        f.find<tables::ParamGrid>("grdKB")->setRow(3);
+        f.reader.onOutput = [&](int count) {
+            if (count == kIdentificationCommands + 1) {
+                f.reader.hangUp();
+            }
+        };
+        f.boxes.expect(BoxAnswer::Yes); // the question, and no notice after it
+        f.window->editor_KB().grdKB_DblClick();
+        QCOMPARE(f.boxes.shown.size(), std::size_t{1});
+        QCOMPARE(f.textOf("StatusBar1_1"), "Lost the connection to COM5");
+    }
+
     void closingDuringIdentificationReadsNoRow()
     {
         MainWindowFixture f;

@@ -1,6 +1,7 @@
 #include "tests/support/MainWindowFixture.h"
 
 #include <QDropEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QUrl>
 
@@ -379,6 +380,17 @@ private slots:
         QCOMPARE(f.find<QTabWidget>("SSTab1")->currentIndex(), int{kConfigurationTab});
         QCOMPARE(int{f.table_CFG().NumParms}, 3);
         QVERIFY(!drop(written(f, "picture.png", "x")));
+        // No box of the window takes the drop for itself.
+        for (const QWidget* box : f.find<QTabWidget>("SSTab1")->findChildren<QLineEdit*>()) {
+            QVERIFY2(!box->acceptDrops(), qPrintable(box->objectName()));
+        }
+        for (const char* box : {"txtComments_CFG", "txtComments_KB"}) {
+            QVERIFY(!f.find<QPlainTextEdit>(box)->acceptDrops());
+        }
+        // A name that is no choice in the dialog is none here either.
+        QVERIFY(QDir(f.folder.path()).mkdir(QStringLiteral("XXX")));
+        QVERIFY(drop(written(f, "XXX/shop.tlc", "Comments,\r\n")));
+        QCOMPARE(int{f.table_CFG().NumParms}, 3);
     }
 
     // The worst files a user may pick: nothing crashes, nothing hangs, and the window goes on.
@@ -392,6 +404,8 @@ private slots:
         QTest::newRow("binary") << binary;
         QTest::newRow("NULs") << QByteArray(100'000, '\0');
         QTest::newRow("one line of 1 MB") << QByteArray(1'000'000, 'x');
+        QTest::newRow("comment lines without end") << QByteArray(";x\n").repeated(500'000);
+        QTest::newRow("megabytes of notes in one row") << "083,10,1E ;" + QByteArray(5'000'000, 'n');
         QTest::newRow("10,000 rows") << QByteArray("083,10,1E ;a\r\n").repeated(10'000);
     }
     void hostileFilesLoadWithoutHarm()

@@ -105,8 +105,8 @@ class KilledWhileSavingTest final : public QObject
 
 private:
     // As long as table files become, and of two lengths, so that neither can hide the rest of the other.
-    const QByteArray m_old = table(255, 'o');
-    const QByteArray m_new = table(200, 'n');
+    const QByteArray m_old = table(200, 'o');
+    const QByteArray m_new = table(255, 'n');
 
 private slots:
     void atEverySystemCall()
