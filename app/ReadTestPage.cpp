@@ -19,11 +19,26 @@ constexpr char kBackspace = '\b';
 constexpr char kTab = '\t';
 constexpr char kEnter = '\r';
 
-// Keys held down with Alt alone are menu letters and codes that the system composes; they are no characters yet.
-bool isCharacter(const QKeyEvent& event)
+// The characters of a key. Keys held down with Alt alone are menu letters and codes that the system composes; they are
+// no characters yet. Not every system has a character for the tabulator while shift is down.
+QString charactersOf(const QKeyEvent& event)
 {
     const bool altAlone = (event.modifiers() & (Qt::AltModifier | Qt::ControlModifier)) == Qt::AltModifier;
-    return !event.text().isEmpty() && event.key() != Qt::Key_Delete && !altAlone;
+    if (altAlone || event.key() == Qt::Key_Delete) {
+        return {};
+    }
+    const bool isTab = event.key() == Qt::Key_Tab || event.key() == Qt::Key_Backtab;
+    return event.text().isEmpty() && isTab ? QString(QLatin1Char(kTab)) : event.text();
+}
+
+// What a character looks like in the box: most control characters are not seen.
+QString textOf(char character)
+{
+    if (character == kEnter) {
+        return QStringLiteral("\n");
+    }
+    const bool isSeen = character == kTab || static_cast<unsigned char>(character) >= ' ';
+    return isSeen ? toQString({&character, 1}) : QString();
 }
 
 } // namespace
@@ -37,20 +52,39 @@ ReadTestBox::ReadTestBox(QWidget* parent)
     setTabChangesFocus(false);
     setUndoRedoEnabled(false);
     setLineWrapMode(WidgetWidth);
+    setAcceptDrops(false); // what is dropped here is for the window
+    m_showing.setSingleShot(true);
+    connect(&m_showing, &QTimer::timeout, this, &ReadTestBox::showWaiting);
 }
 
 void ReadTestBox::setAnsiText(std::string_view text)
 {
+    m_waiting.clear();
     clear();
     appendAnsiText(text);
 }
 
 void ReadTestBox::appendAnsiText(std::string_view text)
 {
-    caretToEnd();
     QString shown = toQString(text);
     shown.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
-    insertPlainText(shown);
+    append(shown);
+}
+
+void ReadTestBox::append(const QString& text)
+{
+    m_waiting += text;
+    if (!m_showing.isActive()) {
+        m_showing.start(0);
+    }
+}
+
+void ReadTestBox::showWaiting()
+{
+    m_showing.stop();
+    caretToEnd();
+    insertPlainText(m_waiting);
+    m_waiting.clear();
     ensureCursorVisible();
 }
 
@@ -71,14 +105,16 @@ bool ReadTestBox::event(QEvent* event)
 
 void ReadTestBox::keyPressEvent(QKeyEvent* event)
 {
-    if (isCharacter(*event)) {
-        typed(event->text());
-        event->accept();
-    } else if ((event->modifiers() & Qt::AltModifier) != 0) {
-        event->accept();
-    } else {
+    if (const QString characters = charactersOf(*event); !characters.isEmpty()) {
+        typed(characters);
+    } else if ((event->modifiers() & Qt::AltModifier) == 0) {
+        if (m_showing.isActive()) {
+            showWaiting(); // the key may move the caret in it
+        }
         QPlainTextEdit::keyPressEvent(event);
     }
+    // A key that the box has no use for is nobody else's either: the tabs would move, or the focus.
+    event->accept();
 }
 
 void ReadTestBox::inputMethodEvent(QInputMethodEvent* event)
@@ -98,15 +134,21 @@ void ReadTestBox::typed(const QString& text)
 void ReadTestBox::typeOne(char character)
 {
     const char shown = m_keyPress ? m_keyPress(character) : character;
-    caretToEnd();
     if (shown == kBackspace) {
-        textCursor().deletePreviousChar();
-    } else if (shown == kEnter) {
-        insertPlainText(QStringLiteral("\n"));
-    } else if (shown == kTab || static_cast<unsigned char>(shown) >= ' ') {
-        insertPlainText(toQString({&shown, 1}));
+        takeBackOne();
+    } else {
+        append(textOf(shown));
     }
-    ensureCursorVisible();
+}
+
+void ReadTestBox::takeBackOne()
+{
+    if (m_waiting.isEmpty()) {
+        caretToEnd();
+        textCursor().deletePreviousChar();
+    } else {
+        m_waiting.chop(1);
+    }
 }
 
 ReadTestPage::ReadTestPage(QWidget* parent)

@@ -2,6 +2,7 @@
 
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTimer>
 #include <QWidget>
 
 #include <functional>
@@ -10,7 +11,8 @@
 namespace app {
 
 // The text box of the read test. While it has the keyboard, every key of the reader belongs to it: no shortcut, menu
-// letter or change of focus takes one away.
+// letter or change of focus takes one away. A reader types faster than a long line can be laid out after every key, so
+// what comes in one go is put on screen in one go, on the next pass of the event loop.
 class ReadTestBox final : public QPlainTextEdit
 {
     Q_OBJECT
@@ -35,9 +37,14 @@ protected:
 private:
     void typed(const QString& text);
     void typeOne(char character);
+    void takeBackOne();
+    void append(const QString& text);
+    void showWaiting();
     void caretToEnd();
 
     KeyPress m_keyPress;
+    QString m_waiting; // follows the text that is on screen
+    QTimer m_showing;
 };
 
 // The third tab: what to do, what the reader typed, and a button that clears it.

@@ -65,7 +65,7 @@ public:
                                                               .windowOrder = windowOrder,
                                                               .programFolder = platform::toPath(folder.path()),
                                                               .commandLine = std::move(commandLine),
-                                                              .tickMilliseconds = 1});
+                                                              .tickMilliseconds = tickMilliseconds});
         window->Form_Load();
         return *window;
     }
@@ -85,6 +85,7 @@ public:
     [[nodiscard]] tables::ParamTable& table_CFG() const { return window->paramTables().CFG.table(); }
     [[nodiscard]] tables::ParamTable& table_KB() const { return window->paramTables().KB.table(); }
 
+    int tickMilliseconds = 1; // 0: ticks come from the test
     QTemporaryDir folder;
     bool driverFileExists = false;
     simulator::ReaderModel model;
