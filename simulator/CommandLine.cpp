@@ -1,5 +1,7 @@
 #include "simulator/CommandLine.h"
 
+#include "simulator/SampleCards.h"
+
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -28,7 +30,7 @@ constexpr std::array<Option, 4> kTextOptions = {{
 
 bool takesValue(std::string_view option)
 {
-    return option == "--name" || option == "--port" || option == "--fault" ||
+    return option == "--name" || option == "--port" || option == "--fault" || option == "--type-card" ||
            std::ranges::find(kTextOptions, option, &Option::name) != kTextOptions.end();
 }
 
@@ -57,6 +59,20 @@ Verdict readName(std::string_view value, std::string& name)
     return {};
 }
 
+Verdict readCard(std::string_view value, CommandLine& read)
+{
+    if (value == "list") {
+        read.wish = CommandLine::Wish::ListCards;
+        return {};
+    }
+    if (findSampleCard(value) == nullptr) {
+        return {"no sample card '" + std::string(value) + "'; --type-card list names them"};
+    }
+    read.wish = CommandLine::Wish::TypeCard;
+    read.card = value;
+    return {};
+}
+
 Verdict readValue(std::string_view option, std::string_view value, CommandLine& read)
 {
     if (option == "--port") {
@@ -64,6 +80,9 @@ Verdict readValue(std::string_view option, std::string_view value, CommandLine& 
     }
     if (option == "--name") {
         return readName(value, read.name);
+    }
+    if (option == "--type-card") {
+        return readCard(value, read);
     }
     if (option == "--fault") {
         read.faults.emplace_back(value);
@@ -118,6 +137,10 @@ Verdict parseCommandLine(std::span<const std::string_view> arguments, CommandLin
         if (Verdict verdict = takeOption(arguments, seen, read); !verdict) {
             return verdict;
         }
+    }
+    if (read.wish != CommandLine::Wish::Run) {
+        commandLine = std::move(read);
+        return {};
     }
     if (read.dosDevices.empty()) {
         return {"--dosdevices is missing"};

@@ -12,7 +12,7 @@ namespace simulator {
 // What ksd-simulator was asked to do.
 struct CommandLine
 {
-    enum class Wish { Run, ShowHelp, ShowVersion };
+    enum class Wish { Run, TypeCard, ListCards, ShowHelp, ShowVersion };
 
     Wish wish = Wish::Run;
     std::string dosDevices;      // the folder of DOS names
@@ -23,6 +23,7 @@ struct CommandLine
     std::string logFile;         // empty: no log file
     bool verbose = false;        // the log goes to standard error too
     std::vector<std::string> faults;
+    std::string card; // the name of a sample card, when one is to be typed
 
     // The entry of the port: "com5".
     [[nodiscard]] std::string portEntry() const { return "com" + std::to_string(port); }

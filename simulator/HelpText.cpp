@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view kOptions =
     R"(Usage: ksd-simulator --dosdevices DIR [OPTION]...
+       ksd-simulator --type-card NAME
 
 Stands in for the KSD driver and a Teslin reader, so that Teslin Configure can be
 tried and tested without either. It holds two pseudo-terminals, the driver's device
@@ -31,6 +32,8 @@ sent SIGINT (Ctrl+C) or SIGTERM; then it removes everything that it made.
   --log FILE         append a line to FILE for everything that passes either door
   --verbose          write the same lines to standard error
   --fault RULE       do something wrong; may be given several times
+  --type-card NAME   print what a reader types for a sample card, Enter as a carriage
+                     return, and end; the name list prints the names of the cards
   --help             this text
   --version          the version
 

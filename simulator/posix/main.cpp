@@ -1,5 +1,6 @@
 #include "simulator/CommandLine.h"
 #include "simulator/Driver.h"
+#include "simulator/SampleCards.h"
 #include "simulator/posix/Descriptor.h"
 #include "simulator/posix/SetupError.h"
 #include "simulator/posix/Simulator.h"
@@ -11,6 +12,7 @@
 #include <cstdlib>
 #include <exception>
 #include <fstream>
+#include <iomanip>
 #include <iostream>
 #include <string>
 #include <string_view>
@@ -79,19 +81,35 @@ void simulate(const CommandLine& commandLine, Driver& driver)
     }
 }
 
+void listCards()
+{
+    constexpr int kNameWidth = 12;
+    for (const SampleCard& card : sampleCards()) {
+        std::cout << std::left << std::setw(kNameWidth) << card.name << card.meaning << '\n';
+    }
+}
+
 int runProgram(const std::vector<std::string_view>& arguments)
 {
     CommandLine commandLine;
     if (const Verdict verdict = parseCommandLine(arguments, commandLine); !verdict) {
         return refuseUsage(verdict.error);
     }
-    if (commandLine.wish == CommandLine::Wish::ShowHelp) {
+    switch (commandLine.wish) {
+    case CommandLine::Wish::ShowHelp:
         std::cout << helpText();
         return EXIT_SUCCESS;
-    }
-    if (commandLine.wish == CommandLine::Wish::ShowVersion) {
+    case CommandLine::Wish::ShowVersion:
         std::cout << "ksd-simulator " TESLIN_VERSION "\n";
         return EXIT_SUCCESS;
+    case CommandLine::Wish::ListCards:
+        listCards();
+        return EXIT_SUCCESS;
+    case CommandLine::Wish::TypeCard:
+        std::cout << findSampleCard(commandLine.card)->keys;
+        return EXIT_SUCCESS;
+    case CommandLine::Wish::Run:
+        break;
     }
     Driver driver(commandLine.port);
     for (const std::string& rule : commandLine.faults) {

@@ -1,3 +1,4 @@
+#include "simulator/SampleCards.h"
 #include "tests/app/ReadTestDesk.h"
 
 #include <QClipboard>
@@ -262,6 +263,22 @@ private slots:
         desk.pass(50);
         QCoreApplication::processEvents();
         QCOMPARE(desk.typed().count("Raw Data"), 1);
+    }
+
+    void everySampleCardArrivesWhole()
+    {
+        ReadTestDesk desk;
+        QVERIFY(desk.startInTest());
+        for (const simulator::SampleCard& card : simulator::sampleCards()) {
+            const QString keys = QString::fromLatin1(card.keys.data(), qsizetype(card.keys.size()));
+            QTest::mouseClick(desk.f.find<QPushButton>("cmdClearReadDisplay"), Qt::LeftButton);
+            desk.type(keys);
+            desk.pause();
+            QString raw = keys;
+            raw.replace(u' ', u'\u2022').replace(u'\r', "<CR>"_L1);
+            QTRY_VERIFY(desk.typed().startsWith(u"\n\nTrack1: %"_s));
+            QCOMPARE(desk.typed().section(u'\n', -1), "Raw Data: " + raw);
+        }
     }
 
     // The reader's own layout says which keys are sentinels.

@@ -61,6 +61,19 @@ private slots:
         QVERIFY(line.wish == CommandLine::Wish::ShowVersion);
     }
 
+    // A card is typed without any folder: nothing is simulated then.
+    void cards()
+    {
+        CommandLine line;
+        QVERIFY(parse({"--type-card", "credit"}, line));
+        QVERIFY(line.wish == CommandLine::Wish::TypeCard);
+        QCOMPARE(line.card, std::string("credit"));
+        QVERIFY(parse({"--type-card=list"}, line));
+        QVERIFY(line.wish == CommandLine::Wish::ListCards);
+        QVERIFY(parse({"--type-card=credit", "--help"}, line));
+        QVERIFY(line.wish == CommandLine::Wish::ShowHelp);
+    }
+
     void refusals_data()
     {
         QTest::addColumn<QStringList>("arguments");
@@ -95,6 +108,11 @@ private slots:
         row("--name=c:", name);
         row("--name=a b", name);
         row("--dosdevices|d|--name=COM7|--port=7", "--name and --port mean the same entry 'com7'");
+        row("--type-card", "--type-card wants a value");
+        row("--type-card=", "no sample card ''; --type-card list names them");
+        row("--type-card=Credit", "no sample card 'Credit'; --type-card list names them");
+        row("--type-card|credit|--type-card|bank", "--type-card is given twice");
+        row("--type-card|credit|--speed", "unknown argument '--speed'");
         row("--verbose=1", "unknown argument '--verbose=1'");
         row("--speed|9600", "unknown argument '--speed'");
         row("-h", "unknown argument '-h'");
@@ -120,7 +138,7 @@ private slots:
         const std::string help = helpText();
         for (const char* const option :
              {"--dosdevices DIR", "--name NAME", "--port N", "--memory FILE", "--save-memory FILE", "--log FILE",
-              "--verbose", "--fault RULE", "--help", "--version"}) {
+              "--verbose", "--fault RULE", "--type-card NAME", "--help", "--version"}) {
             QVERIFY2(help.find(std::string("\n  ") + option + " ") != std::string::npos, option);
         }
         QCOMPARE(faultWords().size(), std::size_t{16});

@@ -231,6 +231,25 @@ private slots:
         QVERIFY(QFileInfo::exists(m_simulator->entry(kDriverFile)));
     }
 
+    void aCardIsTypedAndNothingSetUp()
+    {
+        const SimulatorProcess::Outcome card = SimulatorProcess::run(
+            {QStringLiteral("--dosdevices"), m_simulator->folder(), QStringLiteral("--type-card=credit")});
+        QCOMPARE(card.exitCode, 0);
+        QCOMPARE(card.output, QByteArray("%B0000000000000000^SAMPLE/CARD A             ^99120000000000000000?"
+                                         ";0000000000000000=99120000000000000000?\r"));
+        QCOMPARE(card.errors, QByteArray());
+        QVERIFY(!QFileInfo::exists(m_simulator->folder()));
+
+        const SimulatorProcess::Outcome list =
+            SimulatorProcess::run({QStringLiteral("--type-card"), QStringLiteral("list")});
+        QCOMPARE(list.exitCode, 0);
+        QCOMPARE(list.output, QByteArray("credit      a payment card, tracks 1 and 2\n"
+                                         "bank        a bank card, all three tracks\n"
+                                         "licence     a driver licence, track 3 with a start sentinel of its own\n"
+                                         "seven-bit   tracks 2 and 3 in the letters of track 1\n"));
+    }
+
     void helpAndVersion()
     {
         const SimulatorProcess::Outcome help = SimulatorProcess::run({QStringLiteral("--help")});
