@@ -2,6 +2,7 @@
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
 
+#include <QFile>
 #include <QTest>
 
 #include <array>
@@ -25,6 +26,22 @@ private:
         // Opening reads the identification, and so does the test itself.
         return identification() + identification() + QByteArrayList{R"(/rawsend \\xA8\\x40\n)", R"(/rawsend \\xA2\n)"};
     }
+    static QByteArrayList leaving() { return identification() + QByteArrayList{R"(/rawsend \\xA5\n)"}; }
+
+    static QString heading() { return u"(spaces represented by \"\u2022\")\n==========================="_s; }
+    static void verifyHeading(ProgramProcess& program)
+    {
+        QTRY_COMPARE_WITH_TIMEOUT(program.property(u"txtReadTest"_s, u"plainText"_s), heading(), limitFor(20));
+    }
+    static void verifyLeft(SystemFixture& fixture, const QString& grid)
+    {
+        ProgramProcess& program = fixture.program();
+        QTRY_VERIFY_WITH_TIMEOUT(program.isIdle(), limitFor(10));
+        QTRY_VERIFY_WITH_TIMEOUT(!fixture.isPortOpen(), kAtOnce);
+        QVERIFY(program.is(u"KEY_UPDATE"_s, u"enabled"_s));
+        QVERIFY(program.is(grid, u"visible"_s));
+        QVERIFY(program.is(u"btnNotes"_s, u"visible"_s));
+    }
 
 private slots:
     void initTestCase()
@@ -46,8 +63,7 @@ private slots:
         SystemFixture& fixture = m_desks[static_cast<std::size_t>(desk)];
         ProgramProcess& program = fixture.program();
         QCOMPARE(program.property(u"SSTab1"_s, u"currentIndex"_s), u"2"_s);
-        const QString heading = u"(spaces represented by \"\u2022\")\n==========================="_s;
-        QTRY_COMPARE_WITH_TIMEOUT(program.property(u"txtReadTest"_s, u"plainText"_s), heading, limitFor(20));
+        verifyHeading(program);
         QCOMPARE(entering().size(), 12);
         QCOMPARE(fixture.commands(), entering());
         QTRY_VERIFY_WITH_TIMEOUT(!fixture.isPortOpen(), kAtOnce);
@@ -59,16 +75,79 @@ private slots:
         // What the reader types comes once as it is and, after a pause, once more with its control characters named.
         QVERIFY(program.actOnKeyboard(u"type a card\\n"_s));
         QTRY_COMPARE_WITH_TIMEOUT(program.property(u"txtReadTest"_s, u"plainText"_s),
-                                  heading + u"a\u2022card\n\nRaw Data: a\u2022card<CR>"_s, limitFor(2));
+                                  heading() + u"a\u2022card\n\nRaw Data: a\u2022card<CR>"_s, limitFor(2));
 
         QVERIFY(program.act(u"clicktab SSTab1 0"_s));
-        const QByteArrayList leaving = entering() + identification() + QByteArrayList{R"(/rawsend \\xA5\n)"};
-        QTRY_COMPARE_WITH_TIMEOUT(fixture.commands(), leaving, limitFor(10));
-        QTRY_VERIFY_WITH_TIMEOUT(program.isIdle(), kAtOnce);
+        QTRY_COMPARE_WITH_TIMEOUT(fixture.commands(), entering() + leaving(), limitFor(10));
+        verifyLeft(fixture, u"grdCFG"_s);
+    }
+
+    void byTab()
+    {
+        SystemFixture fixture;
+        QVERIFY(fixture.start());
+        ProgramProcess& program = fixture.program();
+        QVERIFY(program.act(u"clicktab SSTab1 2"_s));
+        verifyHeading(program);
+        QCOMPARE(fixture.commands(), entering());
         QTRY_VERIFY_WITH_TIMEOUT(!fixture.isPortOpen(), kAtOnce);
-        QVERIFY(program.is(u"KEY_UPDATE"_s, u"enabled"_s));
-        QVERIFY(program.is(u"grdCFG"_s, u"visible"_s));
-        QVERIFY(program.is(u"btnNotes"_s, u"visible"_s));
+        QVERIFY(program.act(u"clicktab SSTab1 1"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(fixture.commands(), entering() + leaving(), limitFor(10));
+        verifyLeft(fixture, u"grdKB"_s);
+    }
+
+    void deadLink_data()
+    {
+        QTest::addColumn<QString>("entry"); // of the folder of DOS names, the one that is missing
+        QTest::addColumn<QString>("text");
+        QTest::newRow("no device object") << u"teslin"_s
+                                          << u"Was unable to open the Teslin Device Driver.  Check to see if the "
+                                             "driver is installed and the Teslin is attached"_s;
+        QTest::newRow("no port") << u"com5"_s << u"Could not open COM5, No such file or directory"_s;
+    }
+    // One box, a test that still shows keys, and a way out on which nothing is said or sent.
+    void deadLink()
+    {
+        QFETCH(QString, entry);
+        QFETCH(QString, text);
+        SystemFixture fixture;
+        QVERIFY(fixture.start());
+        QVERIFY(QFile::remove(fixture.reader().entry(entry)));
+        ProgramProcess& program = fixture.program();
+        QVERIFY(program.act(u"clicktab SSTab1 2"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(program.box(), boxOf(u"Teslin Configure"_s, u"critical"_s, u"OK*"_s, text), kAtOnce);
+        QVERIFY(program.act(u"press OK"_s));
+        verifyHeading(program);
+        QVERIFY(program.actOnKeyboard(u"type x"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(program.property(u"txtReadTest"_s, u"plainText"_s), heading() + u"x\nRaw Data: x"_s,
+                                  limitFor(2));
+        QVERIFY(!program.is(u"KEY_UPDATE"_s, u"enabled"_s));
+        QVERIFY(program.act(u"clicktab SSTab1 0"_s));
+        verifyLeft(fixture, u"grdCFG"_s);
+        QCOMPARE(program.box(), QString());
+        QCOMPARE(fixture.commands(), QByteArrayList{});
+    }
+
+    // The reader was unplugged in the test: it is missed once, when the test is left.
+    void readerGoneMeanwhile()
+    {
+        SystemFixture fixture;
+        QVERIFY(fixture.start());
+        ProgramProcess& program = fixture.program();
+        QVERIFY(program.act(u"clicktab SSTab1 2"_s));
+        verifyHeading(program);
+        fixture.reader().kill();
+        QVERIFY(program.act(u"clicktab SSTab1 1"_s));
+        QTRY_COMPARE_WITH_TIMEOUT(
+            program.box(),
+            boxOf(u"Teslin Configure"_s, u"critical"_s, u"OK*"_s, u"Could not open COM5, No such file or directory"_s),
+            kAtOnce);
+        QVERIFY(program.act(u"press OK"_s));
+        verifyLeft(fixture, u"grdKB"_s);
+        QVERIFY(program.act(u"clicktab SSTab1 0"_s));
+        QTRY_VERIFY_WITH_TIMEOUT(program.is(u"grdCFG"_s, u"visible"_s), kAtOnce);
+        QCOMPARE(program.box(), QString());
+        QCOMPARE(fixture.commands(), entering());
     }
 };
 
