@@ -54,6 +54,10 @@ function(teslin_test name)
     # Tests may write texts as plain literals; the program may not.
     target_link_libraries(${name} PRIVATE teslin_options Qt6::Test ${ARG_LINKS})
     add_test(NAME ${name} COMMAND ${name})
+    # The reader has 150 ms to answer; the real programs are tried with the machine to themselves.
+    if(ARG_LAYER STREQUAL "system")
+        set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
+    endif()
     set_tests_properties(
         ${name}
         PROPERTIES LABELS ${ARG_LAYER}

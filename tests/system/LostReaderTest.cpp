@@ -75,8 +75,8 @@ private slots:
         startTransfer(m_update, m_memory, u"KEY_UPDATE"_s);
         const qint64 before_retrieve = m_retrieve.program().processorTime();
         const qint64 before_update = m_update.program().processorTime();
-        m_retrieve.reader().kill();
-        m_update.reader().kill();
+        m_retrieve.unplugReader();
+        m_update.unplugReader();
         QTest::qWait(kWatched);
         verifyRestful(before_retrieve, m_retrieve.program().processorTime());
         verifyRestful(before_update, m_update.program().processorTime());

@@ -136,7 +136,7 @@ private slots:
         ProgramProcess& program = fixture.program();
         QVERIFY(program.act(u"clicktab SSTab1 2"_s));
         verifyHeading(program);
-        fixture.reader().kill();
+        fixture.unplugReader();
         QVERIFY(program.act(u"clicktab SSTab1 1"_s));
         QTRY_COMPARE_WITH_TIMEOUT(
             program.box(),

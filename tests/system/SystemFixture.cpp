@@ -62,6 +62,13 @@ bool SystemFixture::startReader(const QByteArray& memory, const QStringList& fau
     return m_reader.start(options);
 }
 
+void SystemFixture::unplugReader()
+{
+    m_reader.kill();
+    QFile::remove(m_reader.entry(u"com5"_s));
+    QFile::remove(m_reader.entry(u"teslin"_s));
+}
+
 bool SystemFixture::waitForWindow()
 {
     return QTest::qWaitFor([this] { return m_program.is(u"frmMain"_s, u"visible"_s); }, kStart);

@@ -24,6 +24,10 @@ public:
     [[nodiscard]] bool startProgram(const ProgramProcess::Setup& setup = {}) { return m_program.start(setup); }
     [[nodiscard]] bool waitForWindow();
 
+    // The reader goes without a word. Its names go too: the system gives the number of a terminal that is gone to the
+    // next one at once, and the name would lead to somebody else's.
+    void unplugReader();
+
     // Lets every user of the machine into the folders of this desk.
     [[nodiscard]] bool openToEverybody();
 
