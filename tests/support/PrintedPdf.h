@@ -18,7 +18,7 @@ struct PdfWord
 
 struct PdfPage
 {
-    QSizeF paper; // in points
+    QSizeF paper;         // in points
     QList<PdfWord> words; // row by row
 };
 
