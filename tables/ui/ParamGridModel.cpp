@@ -47,6 +47,9 @@ QVariant ParamGridModel::data(const QModelIndex& index, int role) const
     if (role == Qt::DisplayRole) {
         return platform::toQString(std::string_view(m_table.cell(row, index.column())).substr(0, kShownCharacters));
     }
+    if (role == Qt::EditRole) {
+        return platform::toQString(m_table.cell(row, index.column()));
+    }
     if (role == Qt::FontRole && index.column() != kNotesColumn) {
         QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
         font.setBold(m_table.cell(row, kChangedColumn) == kChangedMark);

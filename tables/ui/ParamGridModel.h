@@ -6,7 +6,8 @@
 
 namespace tables {
 
-// Shows a ParamTable to Qt. The table's header row becomes the horizontal header, so model row 0 is grid row 1.
+// Shows a ParamTable to Qt. The table's header row becomes the horizontal header, so model row 0 is grid row 1. What is
+// drawn (the display role) ends after 1,000 characters; the edit role has the whole cell.
 class ParamGridModel final : public QAbstractTableModel, private TableListener
 {
     Q_OBJECT

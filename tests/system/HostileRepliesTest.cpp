@@ -60,6 +60,17 @@ std::map<QByteArray, Case> cases(const QString& right)
     return all;
 }
 
+// With the padding of a long reply counted, so that a failure shows what differs.
+QStringList counted(QStringList values)
+{
+    for (QString& value : values) {
+        if (const qsizetype padding = value.count(u'.'); padding > 1) {
+            value = value.remove(u'.') + u"+%1"_s.arg(padding);
+        }
+    }
+    return values;
+}
+
 // Replies that no reader in order would send. Each kind has a desk of its own, and all Retrieves run at the same time.
 class HostileRepliesTest final : public QObject
 {
@@ -142,7 +153,7 @@ private slots:
         QTRY_VERIFY_WITH_TIMEOUT(program.isIdle(), kAtOnce);
         QTRY_VERIFY_WITH_TIMEOUT(!desk.isPortOpen(), kAtOnce);
         QCOMPARE(commandsOf(desk), commands);
-        QCOMPARE(program.column(u"grdCFG"_s, 2).split(u' '), expectedValues(kind));
+        QCOMPARE(counted(program.column(u"grdCFG"_s, 2).split(u' ')), counted(expectedValues(kind)));
         QVERIFY(addresses(program).startsWith(u"001 013 014 015 016"_s));
         QCOMPARE(program.box(), QString());
         QCOMPARE(program.ask(u"windows"_s), u"frmMain"_s);

@@ -21,6 +21,16 @@ private slots:
         QVERIFY(g.highlightedRows().empty());
     }
 
+    void drawsNoMoreThanAThousandCharacters()
+    {
+        ShownGrid g(27);
+        const std::string notes(1500, 'n');
+        g.table.setCell(3, kNotesColumn, notes);
+        const QModelIndex cell = g.grid.model()->index(2, kNotesColumn);
+        QCOMPARE(cell.data(Qt::DisplayRole).toString(), QString(1000, u'n'));
+        QCOMPARE(cell.data(Qt::EditRole).toString(), QString(1500, u'n'));
+    }
+
     void setRowHighlightsTheRowAndDoesNotScroll()
     {
         ShownGrid g(27);

@@ -83,7 +83,7 @@ QAbstractItemView& gridOf(Arguments& arguments)
 
 QString cellText(const QAbstractItemView& grid, int row, int column)
 {
-    return grid.model()->index(row - 1, column).data().toString();
+    return grid.model()->index(row - 1, column).data(Qt::EditRole).toString();
 }
 
 // All data rows, one a line, their cells parted by tabs.
@@ -115,7 +115,7 @@ QModelIndex cellOf(const QAbstractItemView& grid, Arguments& arguments)
 QString cell(Arguments& arguments)
 {
     const QAbstractItemView& grid = gridOf(arguments);
-    return cellOf(grid, arguments).data().toString();
+    return cellOf(grid, arguments).data(Qt::EditRole).toString();
 }
 
 // "ROW COLUMN" of the current cell; "0 -1" when there is none.
