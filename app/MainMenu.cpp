@@ -1,5 +1,7 @@
 #include "app/MainMenu.h"
 
+#include <QCoreApplication>
+
 namespace app {
 
 namespace {
@@ -11,10 +13,11 @@ QMenu* addMenu(QMenuBar& bar, const char* name, const char* caption)
     return menu;
 }
 
-QAction* addItem(QMenu* menu, const char* name, const char* caption)
+QAction* addItem(QMenu* menu, const char* name, const char* caption, const char* shortcut = "")
 {
     QAction* item = menu->addAction(QLatin1String(caption));
     item->setObjectName(QLatin1String(name));
+    item->setShortcut(QKeySequence(QLatin1String(shortcut)));
     return item;
 }
 
@@ -27,24 +30,25 @@ void addSeparator(QMenu* menu, const char* name)
 
 MainMenu::MainMenu(QMenuBar& bar)
 {
+    bar.setAccessibleName(QCoreApplication::translate("MainMenu", "Menu bar"));
     QMenu* file = addMenu(bar, "mnuFile", "&File");
-    mnuOpen_CFG = addItem(file, "mnuOpen_CFG", "&Load Teslin Config File");
-    mnuSave_CFG = addItem(file, "mnuSave_CFG", "&Save  Teslin Config File");
-    mnuSaveAs_CFG = addItem(file, "mnuSaveAs_CFG", "Save  Teslin Config File &As...");
+    mnuOpen_CFG = addItem(file, "mnuOpen_CFG", "&Load Teslin Config File", "Ctrl+O");
+    mnuSave_CFG = addItem(file, "mnuSave_CFG", "&Save  Teslin Config File", "Ctrl+S");
+    mnuSaveAs_CFG = addItem(file, "mnuSaveAs_CFG", "Save  Teslin Config File &As...", "Ctrl+Shift+S");
     addSeparator(file, "mnuSep3");
-    mnuOpen_KB = addItem(file, "mnuOpen_KB", "Load &Keyboard Language File");
-    mnuSave_KB = addItem(file, "mnuSave_KB", "Sa&ve  Keyboard Language File");
-    mnuSaveAs_KB = addItem(file, "mnuSaveAs_KB", "Save  Ke&yboard Language File As...");
+    mnuOpen_KB = addItem(file, "mnuOpen_KB", "Load &Keyboard Language File", "Ctrl+Shift+O");
+    mnuSave_KB = addItem(file, "mnuSave_KB", "Sa&ve  Keyboard Language File", "Ctrl+L");
+    mnuSaveAs_KB = addItem(file, "mnuSaveAs_KB", "Save  Ke&yboard Language File As...", "Ctrl+Shift+L");
     addSeparator(file, "mnuSep1");
     mnuOptions = addItem(file, "mnuOptions", "Port Setup &Options");
     addSeparator(file, "mnuSep2");
-    mnuExit = addItem(file, "mnuExit", "&Exit");
+    mnuExit = addItem(file, "mnuExit", "&Exit", "Ctrl+Q");
 
     QMenu* tools = addMenu(bar, "mnuTools", "&Tools");
-    mnuEditSingle = addItem(tools, "mnuEditSingle", "&Edit Single Field");
+    mnuEditSingle = addItem(tools, "mnuEditSingle", "&Edit Single Field", "F2");
 
     QMenu* help = addMenu(bar, "menuHelp", "&Help");
-    mnuRead = addItem(help, "mnuRead", "&Brief help");
+    mnuRead = addItem(help, "mnuRead", "&Brief help", "F1");
     mnuAbout = addItem(help, "mnuAbout", "&About Teslin Configure");
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAction>
+#include <QLabel>
 #include <QToolBar>
 
 #include <array>
@@ -29,8 +30,11 @@ signals:
     void buttonClicked(app::ToolbarKey key);
 
 private:
+    void resizeEvent(QResizeEvent* event) override;
+
     static constexpr std::size_t kButtonCount = 7;
     std::array<QAction*, kButtonCount> m_buttons{};
+    QLabel* m_picture = nullptr; // at the far end, no part of the row of buttons
 };
 
 } // namespace app

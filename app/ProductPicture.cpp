@@ -10,9 +10,14 @@ static void initPictures()
 
 namespace app {
 
-QIcon productPicture()
+void loadPictures()
 {
     initPictures();
+}
+
+QIcon productPicture()
+{
+    loadPictures();
     QIcon icon;
     for (const int size : {16, 24, 32, 48, 64, 128, 256}) {
         icon.addFile(QStringLiteral(":/pictures/reader-%1.png").arg(size), QSize(size, size));

@@ -6,6 +6,9 @@
 // The picture of the product: a swipe reader with a card in its slot. Also the program's icon.
 namespace app {
 
+// Makes the program's pictures known by their names below ":/pictures/". Does no harm a second time.
+void loadPictures();
+
 // In the usual sizes from 16 to 256 pixels.
 [[nodiscard]] QIcon productPicture();
 

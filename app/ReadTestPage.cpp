@@ -2,6 +2,7 @@
 
 #include "app/ProgramText.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/Spoken.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
@@ -47,7 +48,7 @@ ReadTestBox::ReadTestBox(QWidget* parent)
     : QPlainTextEdit(parent)
 {
     setObjectName(QStringLiteral("txtReadTest"));
-    setAccessibleName(tr("What the reader types"));
+    platform::setSpoken(*this, tr("What the reader types"), tr("Swipe a card; every key goes into this box"));
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setTabChangesFocus(false);
     setUndoRedoEnabled(false);
@@ -162,6 +163,7 @@ ReadTestPage::ReadTestPage(QWidget* parent)
     auto* clear = new QPushButton(tr("Clear"), this);
     clear->setObjectName(QStringLiteral("cmdClearReadDisplay"));
     clear->setAutoDefault(false);
+    platform::setSpoken(*clear, tr("Empties the box"));
     // Clicking it must not take the keyboard from the box.
     clear->setFocusPolicy(Qt::NoFocus);
     connect(clear, &QPushButton::clicked, this, &ReadTestPage::cmdClearReadDisplay_Click);

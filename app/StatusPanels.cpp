@@ -26,6 +26,9 @@ StatusPanels::StatusPanels(QStatusBar& bar)
         // A long reply in a panel must neither widen the window nor make the bar taller.
         panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
         panel->setFixedHeight(panel->fontMetrics().height() + 6);
+        // A reply shown whole may carry its line end; its first line is the one to be seen.
+        panel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+        panel->setContentsMargins(2, 1, 2, 0);
         bar.addWidget(panel, stretch);
         return panel;
     };

@@ -1,5 +1,7 @@
 #include "app/TablePage.h"
 
+#include "platform/qt/Spoken.h"
+
 #include <QHBoxLayout>
 #include <QLabel>
 
@@ -11,11 +13,14 @@ constexpr int kCommentLines = 4;
 
 } // namespace
 
-TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const QString& commentsName, QWidget* parent)
+TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const QString& commentsName,
+                     const QString& spokenName, QWidget* parent)
     : QWidget(parent)
 {
     m_grid = new tables::ParamGrid(table, this);
     m_grid->setObjectName(gridName);
+    platform::setSpoken(*m_grid, spokenName,
+                        tr("Select a row to edit its value. A double click offers to send it to the Teslin."));
     m_comments = new QPlainTextEdit(this);
     m_comments->setObjectName(commentsName);
     m_comments->setToolTip(tr("Type in any comments you want saved with this configuration"));

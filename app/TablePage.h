@@ -14,9 +14,10 @@ class TablePage final : public QWidget
     Q_OBJECT
 
 public:
-    // The names are those of the grid and of the comment box; the table outlives the page.
+    // The names are those of the grid and of the comment box, and the grid's for a screen reader; the table outlives
+    // the page.
     TablePage(tables::ParamTable& table, const QString& gridName, const QString& commentsName,
-              QWidget* parent = nullptr);
+              const QString& spokenName, QWidget* parent = nullptr);
 
     [[nodiscard]] tables::ParamGrid& grid() { return *m_grid; }
     [[nodiscard]] QPlainTextEdit& comments() { return *m_comments; }

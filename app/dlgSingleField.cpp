@@ -3,6 +3,7 @@
 #include "app/Fonts.h"
 #include "app/KeysOnly.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/Spoken.h"
 #include "tables/KeyFilters.h"
 #include "tables/ui/PlainLabel.h"
 
@@ -58,6 +59,11 @@ dlgSingleField::dlgSingleField(device::SingleSetting& setting, platform::WindowO
     connect(btnGetCurrentSingle, &QPushButton::clicked, this, &dlgSingleField::btnGetCurrentSingle_Click);
     connect(btnUpdateSingleField, &QPushButton::clicked, this, &dlgSingleField::btnUpdateSingleField_Click);
     connect(OKButton, &QPushButton::clicked, this, &dlgSingleField::OKButton_Click);
+    platform::setSpoken(*txtSingleAddress, tr("Three hexadecimal digits"));
+    platform::setSpoken(*txtSingleValue, tr("Two hexadecimal digits"));
+    platform::setSpoken(*btnGetCurrentSingle, tr("Reads the value at the address from the Teslin"));
+    platform::setSpoken(*btnUpdateSingleField, tr("Writes the value at the address to the Teslin"));
+    platform::setSpoken(*OKButton, tr("Closes this box"));
     layOut();
 }
 

@@ -4,6 +4,7 @@
 #include "app/ProgramText.h"
 #include "app/ProgramVersion.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/Spoken.h"
 #include "tables/ui/PlainLabel.h"
 
 #include <QFrame>
@@ -73,6 +74,7 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     setObjectName(QStringLiteral("frmAbout"));
     auto* picIcon = new QLabel(this);
     picIcon->setObjectName(QStringLiteral("picIcon"));
+    platform::setSpoken(*picIcon, tr("The Teslin"), {});
     showProductPicture(*picIcon, kPictureSize);
 
     auto* lblTitle = makeLabel("lblTitle", {}, this);
@@ -94,6 +96,8 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     cmdSysInfo->setObjectName(QStringLiteral("cmdSysInfo"));
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
     connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
+    platform::setSpoken(*cmdOK, tr("Closes this box"));
+    platform::setSpoken(*cmdSysInfo, tr("Starts the system's own information program"));
     auto* buttons = new QVBoxLayout;
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdSysInfo);

@@ -10,6 +10,7 @@
 #include "platform/ReplaceFile.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/PathText.h"
+#include "platform/qt/Spoken.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
@@ -51,8 +52,10 @@ frmMain::frmMain(const Services& services)
     , m_status(*statusBar())
     , m_identification(new IdentificationStrip(this))
     , SSTab1(new QTabWidget(this))
-    , m_page_CFG(new TablePage(m_table_CFG, QStringLiteral("grdCFG"), QStringLiteral("txtComments_CFG"), this))
-    , m_page_KB(new TablePage(m_table_KB, QStringLiteral("grdKB"), QStringLiteral("txtComments_KB"), this))
+    , m_page_CFG(new TablePage(m_table_CFG, QStringLiteral("grdCFG"), QStringLiteral("txtComments_CFG"),
+                               tr("Configuration table"), this))
+    , m_page_KB(new TablePage(m_table_KB, QStringLiteral("grdKB"), QStringLiteral("txtComments_KB"),
+                              tr("Keyboard Language table"), this))
     , m_page_ReadTest(new ReadTestPage(this))
     , lblFilename(new QLabel(this))
     , btnNotes(new QPushButton(tr("&Notes"), this))
@@ -106,6 +109,8 @@ void frmMain::buildWindow()
     m_page_CFG->setEditor(m_editor_CFG);
     m_page_KB->setEditor(m_editor_KB);
     SSTab1->setObjectName(QStringLiteral("SSTab1"));
+    platform::setSpoken(*SSTab1, tr("Tables and read test"),
+                        tr("The two parameter tables of the Teslin and the read test"));
     SSTab1->tabBar()->installEventFilter(this);
     SSTab1->addTab(m_page_CFG, toQString(tables::configurationKind().caption));
     SSTab1->addTab(m_page_KB, toQString(tables::keyboardLanguageKind().caption));
@@ -115,6 +120,7 @@ void frmMain::buildWindow()
     lblFilename->setTextFormat(Qt::PlainText);
     lblFilename->hide();
     btnNotes->setObjectName(QStringLiteral("btnNotes"));
+    platform::setSpoken(*btnNotes, tr("Shows notes on the table"));
 
     auto* bottom = new QHBoxLayout;
     bottom->addWidget(lblFilename, 1);

@@ -3,6 +3,7 @@
 #include "app/Fonts.h"
 #include "device/Replies.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/Spoken.h"
 #include "tables/ui/PlainLabel.h"
 
 #include <QFrame>
@@ -60,11 +61,14 @@ frmOptions::frmOptions(device::LinkState& link, device::Operations& operations, 
     setWindowModality(Qt::WindowModal);
     tbsOptions->setObjectName(QStringLiteral("tbsOptions"));
     tbsOptions->setExpanding(false);
+    platform::setSpoken(*tbsOptions, tr("Pages"), tr("There is one page"));
     tbsOptions->addTab(tr("Enter KSD driver information"));
     buildPage();
     cmdOK = makeButton("cmdOK", tr("OK"), this);
     cmdCancel = makeButton("cmdCancel", tr("Cancel"), this);
     cmdOK->setDefault(true);
+    platform::setSpoken(*cmdOK, tr("Saves the settings"));
+    platform::setSpoken(*cmdCancel, tr("Leaves the settings file as it is"));
 
     auto* strip = new QVBoxLayout;
     strip->setSpacing(0);
@@ -103,11 +107,15 @@ void frmOptions::buildPage()
     btnTestPort = makeButton("btnTestPort", tr("&Test"), page);
     sclComPort = new QScrollBar(Qt::Horizontal, page);
     sclComPort->setObjectName(QStringLiteral("sclComPort"));
-    sclComPort->setAccessibleName(tr("Virtual Port number"));
+    platform::setSpoken(*sclComPort, tr("Virtual Port number"), tr("Chooses the port to test"));
     sclComPort->setRange(PortSetup::kLowest, PortSetup::kHighest);
     sclComPort->setSingleStep(1);
     sclComPort->setInvertedControls(false); // or the right arrow would count down
     sclComPort->setFocusPolicy(Qt::StrongFocus);
+    platform::setSpoken(*txtFriendlyName, tr("The name of the driver's device object"));
+    platform::setSpoken(*btnTestName, tr("Asks the driver of this name for its port"));
+    platform::setSpoken(*txtComPort, tr("The driver's virtual COM port"));
+    platform::setSpoken(*btnTestPort, tr("Opens the chosen port"));
     lblFriendlyName->setBuddy(txtFriendlyName);
     lblComPort->setBuddy(txtComPort);
 

@@ -1,3 +1,4 @@
+#include "app/OutlinedStyle.h"
 #include "app/ProductPicture.h"
 #include "app/ProgramText.h"
 #include "app/frmMain.h"
@@ -36,6 +37,7 @@ int main(int argc, char* argv[])
     QApplication application(argc, argv);
     // The program ends when the main window says so, after its questions and with its settings written.
     QApplication::setQuitOnLastWindowClosed(false);
+    QApplication::setStyle(new app::OutlinedStyle);
     QApplication::setWindowIcon(app::productPicture());
 
     const platform::DosNames dosNames;

@@ -96,6 +96,7 @@ int main(int argc, char** argv)
     f.start();
     std::printf("Opening a file of 50 MB\n");
     const auto files = hostileFiles();
-    const auto slow = std::count_if(files.begin(), files.end(), [&f](const auto& file) { return !opensInTime(f, file); });
+    const auto slow =
+        std::count_if(files.begin(), files.end(), [&f](const auto& file) { return !opensInTime(f, file); });
     return slow == 0 ? 0 : 1;
 }

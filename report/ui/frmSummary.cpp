@@ -1,6 +1,7 @@
 #include "report/ui/frmSummary.h"
 
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/Spoken.h"
 #include "report/PrintedLines.h"
 
 #include <QEvent>
@@ -63,6 +64,12 @@ void frmSummary::buildWindow()
     btnPrint = makeButton("btnPrint", tr("&Print Summary"), this);
     btnSave = makeButton("btnSave", tr("&Save  Summary to file"), this);
     btnDone = makeButton("btnDone", tr("&Done"), this);
+
+    platform::setSpoken(*txtSummary, tr("Summary"),
+                        tr("The report; what is changed here is printed and saved as it is"));
+    platform::setSpoken(*btnPrint, tr("Prints the text above"));
+    platform::setSpoken(*btnSave, tr("Writes the text above to a file"));
+    platform::setSpoken(*btnDone, tr("Closes the summary"));
 
     auto* ReSize1 = new QGridLayout(this);
     ReSize1->setObjectName(QStringLiteral("ReSize1"));

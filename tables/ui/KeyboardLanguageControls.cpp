@@ -49,7 +49,8 @@ KeyboardLanguageControls::KeyboardLanguageControls(QWidget& area)
     txtHexEntry_KB->setAccessibleName(QStringLiteral("Scan code"));
     lblScanCode_KB->setBuddy(txtHexEntry_KB);
     txtHexEntry2_KB = addBox(QStringLiteral("txtHexEntry2_KB"), 4, {});
-    txtHexEntry2_KB->setAccessibleName(QStringLiteral("Keyboard ID bytes, four hex digits"));
+    txtHexEntry2_KB->setAccessibleName(QStringLiteral("Keyboard ID bytes"));
+    txtHexEntry2_KB->setAccessibleDescription(QStringLiteral("Four hexadecimal digits"));
     txtHexEntry2_KB->setText(QStringLiteral("XXXX"));
     lblHexEntry_KB = new PlainLabel(QStringLiteral("lblHexEntry_KB"), kHexPrompt, &area);
     lblHexEntry_KB->setWordWrap(true);

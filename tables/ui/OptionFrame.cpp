@@ -1,6 +1,7 @@
 #include "tables/ui/OptionFrame.h"
 
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/Spoken.h"
 #include "tables/ui/FrameColumn.h"
 
 #include <QButtonGroup>
@@ -33,6 +34,9 @@ void OptionFrame::addButton(const BitOption& option, int index, const QString& n
     auto* button = new QRadioButton(platform::toQString(option.caption), this);
     button->setObjectName(name);
     button->setToolTip(platform::toQString(option.toolTip));
+    // Which of the frames it belongs to, and what its tool tip says.
+    platform::setSpoken(*button,
+                        button->toolTip().isEmpty() ? title() : title() + QStringLiteral(": ") + button->toolTip());
     m_array->addButton(button, index);
     layout()->addWidget(button);
 }

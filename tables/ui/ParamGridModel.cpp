@@ -2,8 +2,11 @@
 
 #include "platform/qt/AnsiText.h"
 
+#include <QBrush>
 #include <QFont>
 #include <QFontDatabase>
+#include <QGuiApplication>
+#include <QPalette>
 
 #include <string_view>
 
@@ -13,6 +16,18 @@ namespace {
 
 // More than any cell shows: the notes of a file may be megabytes, which must not be laid out at each painting.
 constexpr std::size_t kShownCharacters = 1000;
+
+// A tint of the highlight, faint enough for the text's own colour. In a palette of few colours it is hardly seen; the
+// mark and the bold face are.
+QColor markedBackground(const QPalette& palette)
+{
+    constexpr double kTint = 0.18;
+    const QColor base = palette.color(QPalette::Base);
+    const QColor tint = palette.color(QPalette::Highlight);
+    const auto mixed = [](float from, float to) { return static_cast<float>(from + (to - from) * kTint); };
+    return QColor::fromRgbF(mixed(base.redF(), tint.redF()), mixed(base.greenF(), tint.greenF()),
+                            mixed(base.blueF(), tint.blueF()));
+}
 
 } // namespace
 
@@ -54,6 +69,9 @@ QVariant ParamGridModel::data(const QModelIndex& index, int role) const
         QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
         font.setBold(m_table.cell(row, kChangedColumn) == kChangedMark);
         return font;
+    }
+    if (role == Qt::BackgroundRole && m_table.cell(row, kChangedColumn) == kChangedMark) {
+        return QBrush(markedBackground(QGuiApplication::palette()));
     }
     return {};
 }

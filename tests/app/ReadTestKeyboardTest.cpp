@@ -204,13 +204,13 @@ private slots:
         ReadTestDesk desk;
         QVERIFY(desk.start());
         QShortcut letter(Qt::Key_Q, desk.f.window.get());
-        QShortcut combination(QKeySequence(QStringLiteral("Ctrl+S")), desk.f.window.get());
+        QShortcut combination(QKeySequence(QStringLiteral("Ctrl+D")), desk.f.window.get());
         QSignalSpy letters(&letter, &QShortcut::activated);
         QSignalSpy combinations(&combination, &QShortcut::activated);
         QMenu* const file = desk.f.find<QMenu>("mnuFile");
         const auto pressAll = [&] {
             desk.press(Qt::Key_Q, {}, "q");
-            desk.press(Qt::Key_S, Qt::ControlModifier, "\x13");
+            desk.press(Qt::Key_D, Qt::ControlModifier, "\x04");
             desk.press(Qt::Key_F, Qt::AltModifier, "f");
         };
         desk.f.find<QWidget>("grdCFG")->setFocus();
@@ -223,11 +223,33 @@ private slots:
         QVERIFY(desk.enter());
         pressAll();
         desk.pause();
-        QTRY_COMPARE(desk.typed(), "q\nRaw Data: q<DC3>");
+        QTRY_COMPARE(desk.typed(), "q\nRaw Data: q<EOT>");
         QCOMPARE(letters.count(), 1);
         QCOMPARE(combinations.count(), 1);
         QVERIFY(!file->isVisible());
         QVERIFY(desk.hasFocus());
+    }
+
+    // The program's own shortcuts: each would open a box, a dialog or a window here.
+    void shortcutsOfTheProgram()
+    {
+        ReadTestDesk desk;
+        QVERIFY(desk.start());
+        QVERIFY(desk.enter());
+        for (const Qt::Key key : {Qt::Key_F1, Qt::Key_F2, Qt::Key_F5, Qt::Key_F7}) {
+            desk.press(key, {}, "");
+        }
+        desk.press(Qt::Key_O, Qt::ControlModifier, "\x0F");
+        desk.press(Qt::Key_S, Qt::ControlModifier, "\x13");
+        desk.press(Qt::Key_Q, Qt::ControlModifier, "\x11");
+        desk.pause();
+        QTRY_COMPARE(desk.typed(), "\nRaw Data: <SI><DC3><DC1>");
+        QVERIFY(desk.hasFocus());
+        QVERIFY(desk.f.window->isVisible());
+        QVERIFY(desk.f.dialogs.shown.empty());
+        for (const QWidget* window : QApplication::topLevelWidgets()) {
+            QVERIFY2(!window->isVisible() || window == desk.f.window.get(), qPrintable(window->objectName()));
+        }
     }
 
     // Where the system has it so, Alt by itself moves the keyboard into the menu bar.

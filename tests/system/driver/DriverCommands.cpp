@@ -5,11 +5,13 @@
 #include "tests/system/driver/UserInput.h"
 
 #include <QAbstractItemView>
+#include <QApplication>
 #include <QColor>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMetaProperty>
+#include <QPalette>
 #include <QPixmap>
 #include <QPushButton>
 #include <QScreen>
@@ -310,6 +312,51 @@ QString grab(Arguments& arguments)
     return {};
 }
 
+// --- Looks ---
+
+QPalette contrastPalette()
+{
+    QPalette palette(Qt::black);
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
+        palette.setColor(role, Qt::white);
+    }
+    for (const auto role :
+         {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button, QPalette::ToolTipBase}) {
+        palette.setColor(role, Qt::black);
+    }
+    palette.setColor(QPalette::Highlight, QColor(0x1A, 0xEB, 0xFF));
+    palette.setColor(QPalette::HighlightedText, Qt::black);
+    palette.setColor(QPalette::PlaceholderText, QColor(0xC0, 0xC0, 0xC0));
+    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(QPalette::Disabled, role, QColor(0x3F, 0xF2, 0x3F));
+    }
+    return palette;
+}
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x35, 0x35, 0x35), QColor(0x2B, 0x2B, 0x2B));
+    palette.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
+    palette.setColor(QPalette::AlternateBase, QColor(0x2B, 0x2B, 0x2B));
+    palette.setColor(QPalette::Highlight, QColor(0x2A, 0x82, 0xDA));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    return palette;
+}
+
+// The colours that a user may have chosen for the whole desktop.
+QString palette(Arguments& arguments)
+{
+    const QString name = arguments.word("palette");
+    if (name == u"dark") {
+        QApplication::setPalette(darkPalette());
+    } else if (name == u"contrast") {
+        QApplication::setPalette(contrastPalette());
+    } else if (name != u"light") {
+        throw Refusal{u"no such palette: "_s + name};
+    }
+    return {};
+}
+
 // --- The list ---
 
 struct Command
@@ -318,7 +365,7 @@ struct Command
     QString (*run)(Arguments&);
 };
 
-constexpr std::array<Command, 21> kCommands = {{
+constexpr std::array<Command, 22> kCommands = {{
     // name, its arguments: what it answers or does
     {"find", find},                       // CONTROL: class, visible or hidden, enabled or disabled, place on the screen
     {"get", get},                         // CONTROL PROPERTY: its value
@@ -341,6 +388,7 @@ constexpr std::array<Command, 21> kCommands = {{
     {"keys", keys},                       // KEY...: presses keys ("Alt+F", "Tab") one after the other
     {"type", typeText},                   // TEXT: types it
     {"grab", grab},                       // FILE: saves a picture of the screen
+    {"palette", palette},                 // light, dark or contrast: the desktop's colours
 }};
 
 } // namespace
