@@ -70,6 +70,8 @@ void OpenedWindows::showAbout()
         return;
     }
     if (m_about != nullptr) {
+        // Closed already, perhaps, while another window's wait keeps the one below from going on.
+        m_about->show();
         m_about->raise();
         m_about->activateWindow();
         return;
@@ -81,7 +83,8 @@ void OpenedWindows::showAbout()
     QEventLoop untilClosed;
     QObject::connect(&about, &frmAbout::unloaded, &untilClosed, &QEventLoop::quit);
     about.show();
-    untilClosed.exec();
+    while (about.isVisible() && untilClosed.exec() == 0) { // no loop runs any more when the program ends
+    }
     m_about = nullptr;
 }
 

@@ -40,7 +40,8 @@ public:
     // While the device is in use the options stay closed: they could change the port under the operation.
     void showOptions();
     void showSingleField();
-    // Returns when the about box is gone; the program goes on meanwhile.
+    // Returns when the about box is gone; the program goes on meanwhile. Called again meanwhile, it brings the box to
+    // the front and returns at once.
     void showAbout();
     void showPleaseWait();
     void hidePleaseWait();
@@ -55,7 +56,7 @@ private:
     frmOptions m_options;
     dlgSingleField m_singleField;
     frmPleaseWait m_pleaseWait;
-    frmAbout* m_about = nullptr; // while it is open
+    frmAbout* m_about = nullptr; // while a call of showAbout() waits for it
 };
 
 } // namespace app

@@ -21,12 +21,21 @@ void SummaryPresenter::show(Summary summary, const TableAccess& table, const Sum
     } else {
         m_window.showReport(frmSummary::tr("Keyboard Language Summary"), summary_KB(table, facts));
     }
-    if (!m_window.isVisible()) { // the table may run events while it is read
-        return;
+    if (!m_isWaiting) {
+        waitUntilClosed();
     }
+}
+
+void SummaryPresenter::waitUntilClosed()
+{
+    m_isWaiting = true;
     QEventLoop untilClosed;
     QObject::connect(&m_window, &frmSummary::unloaded, &untilClosed, &QEventLoop::quit);
-    untilClosed.exec();
+    // Reading the table runs events, in which the window may have been closed already. It may also be closed and opened
+    // again while another wait keeps this one from going on. No loop runs any more when the program ends.
+    while (m_window.isVisible() && untilClosed.exec() == 0) {
+    }
+    m_isWaiting = false;
 }
 
 void SummaryPresenter::close()

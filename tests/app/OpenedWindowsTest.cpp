@@ -391,6 +391,34 @@ private slots:
         QVERIFY(windowNamed("frmAbout") == nullptr);
     }
 
+    // The wait for the summary, opened later, lies over the wait for the box.
+    void aboutBelowASummaryCanBeClosedAndOpenedAgain()
+    {
+        Program p;
+        QStringList told;
+        const auto pressDone = [] {
+            QTest::mouseClick(windowNamed("frmSummary")->findChild<QPushButton*>("btnDone"), Qt::LeftButton);
+        };
+        QTimer::singleShot(0, p.window.get(), [&] {
+            QTimer::singleShot(0, p.window.get(), [&] {
+                windowNamed("frmAbout")->close();
+                told << (isShown("frmAbout") ? "about" : "no about");
+                p.choose("mnuAbout");
+                told << (isShown("frmAbout") ? "about again" : "no about");
+                pressDone();
+            });
+            p.press("KEY_SUMMARY");
+            told << (isShown("frmSummary") ? "summary" : "no summary") << (isShown("frmAbout") ? "about" : "no about");
+            QTimer::singleShot(0, p.window.get(), [&] {
+                told << (isShown("frmAbout") ? "about still" : "no about");
+                windowNamed("frmAbout")->close();
+            });
+        });
+        p.choose("mnuAbout");
+        QCOMPARE(told, QStringList({"no about", "about again", "no summary", "about", "about still"}));
+        QVERIFY(windowNamed("frmAbout") == nullptr);
+    }
+
     void aboutStartsTheSystemInformationTool()
     {
         Program p;

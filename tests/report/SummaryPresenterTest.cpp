@@ -7,7 +7,11 @@
 #include <QApplication>
 #include <QScopeGuard>
 #include <QTest>
+#include <QThread>
 #include <QTimer>
+
+#include <algorithm>
+#include <functional>
 
 using report::Summary;
 using report::SummaryBox;
@@ -172,9 +176,58 @@ private slots:
         });
         presenter.show(Summary::Configuration, defaults_CFG(), kFacts);
         told += QStringLiteral("outer call returns");
-        QCOMPARE(told, QStringList({QStringLiteral("close"), QStringLiteral("inner call returns"),
+        QCOMPARE(told, QStringList({QStringLiteral("inner call returns"), QStringLiteral("close"),
                                     QStringLiteral("outer call returns")}));
         QCOMPARE(bench.placements.asked.count(QStringLiteral("restore frmSummary")), 1);
+    }
+
+    // However often it is called, one close ends the one wait.
+    void isCalledOftenWhileOpen()
+    {
+        Bench bench;
+        SummaryPresenter presenter(bench.services());
+        const int levels = QThread::currentThread()->loopLevel();
+        int deepest = 0;
+        int left = 20;
+        std::function<void()> again = [&] {
+            deepest = std::max(deepest, QThread::currentThread()->loopLevel());
+            if (--left == 0) {
+                presenter.close();
+                return;
+            }
+            meanwhile([&] { again(); });
+            presenter.show(Summary::Configuration, defaults_CFG(), kFacts);
+        };
+        meanwhile([&] { again(); });
+        presenter.show(Summary::Configuration, defaults_CFG(), kFacts);
+        QCOMPARE(left, 0);
+        QCOMPARE(deepest, levels + 1);
+    }
+
+    // Another wait that began later lies over this one and keeps it from going on.
+    void isClosedAndOpenedAgainUnderAnotherWait()
+    {
+        Bench bench;
+        SummaryPresenter presenter(bench.services());
+        QStringList told;
+        meanwhile([&] {
+            QEventLoop another;
+            meanwhile([&] {
+                presenter.close();
+                presenter.show(Summary::KeyboardLanguage, defaults_KB(), kFacts);
+                told += shownWindow()->windowTitle();
+                another.quit();
+            });
+            another.exec();
+            meanwhile([&] {
+                told += QStringLiteral("close");
+                presenter.close();
+            });
+        });
+        presenter.show(Summary::Configuration, defaults_CFG(), kFacts);
+        told += QStringLiteral("outer call returns");
+        QCOMPARE(told, QStringList({QStringLiteral("Keyboard Language Summary"), QStringLiteral("close"),
+                                    QStringLiteral("outer call returns")}));
     }
 
     void waitsWhileMinimised()
