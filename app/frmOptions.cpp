@@ -312,7 +312,12 @@ void frmOptions::testPort()
     m_connection.CloseTheDeviceDriver();
     m_link.PortNumber = static_cast<std::int16_t>(sclComPort->value());
     m_testSetPort = true;
-    if (m_connection.OpenTheDeviceDriver() && !m_link.connectionLost) {
+    bool opened = m_connection.OpenTheDeviceDriver();
+    if (opened && m_link.connectionLost) {
+        m_connection.CloseTheDeviceDriver(); // nobody is at its other end any more
+        opened = false;
+    }
+    if (opened) {
         say("Teslin successfully opened"); // and stays open: the window shows what it found
     } else {
         say("Unable to open the Teslin");

@@ -332,6 +332,24 @@ private slots:
         QVERIFY(o.dialog.isVisible());
     }
 
+    // The port opened, but nobody is at its other end any more.
+    void testByPortThatIsLostMeanwhile()
+    {
+        Options o;
+        o.open();
+        o.pump.atTick(2, [&] { o.port.loseConnection(); });
+        o.boxes.expect(BoxAnswer::Ok);
+        o.click("btnTestPort");
+        QCOMPARE(o.boxTexts(), QStringList({"Unable to open the Teslin"}));
+        o.compareNotice(0);
+        QVERIFY(!o.port.PortOpen());
+        QCOMPARE(o.DeviceLink::window.captions[device::Identification::Driver], "");
+        QCOMPARE(int{o.link.PortNumber}, 5);
+        QCOMPARE(o.bar()->value(), 5);
+        QVERIFY(o.button("cmdOK")->isEnabled());
+        QVERIFY(o.dialog.isVisible());
+    }
+
     // The bar counts, not the box.
     void testByPortDoesNotReadTheTypedPort()
     {
