@@ -13,16 +13,26 @@ class frmSplash final : public QWidget
 public:
     explicit frmSplash(QWidget* parent = nullptr);
 
-    // Loads the window and shows it in the middle of the screen. Returns at once.
+    // Loads the window and shows it in the middle of the screen. Returns when it has been painted, so that it is seen
+    // even when what follows takes the event loop; a screen that does not show it is not waited for long.
     void showInMiddle();
 
     void Form_Load();
     void Form_Click();
     void Form_KeyPress();
 
+signals:
+    void painted();
+
 protected:
+    void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+
+private:
+    void waitUntilPainted();
+
+    bool m_isPainted = false;
 };
 
 } // namespace app

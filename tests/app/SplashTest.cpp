@@ -4,10 +4,57 @@
 #include "app/frmSplash.h"
 #include "platform/qt/AnsiText.h"
 
+#include <QExposeEvent>
 #include <QLabel>
 #include <QTest>
+#include <QTimer>
+#include <QWindow>
 
 using app::frmSplash;
+
+namespace {
+
+// A screen that is slower than the program: a window is there for it a while after it was shown, or never.
+class SlowScreen final : public QObject
+{
+public:
+    enum Pace { ShowsLater, ShowsNever };
+    explicit SlowScreen(Pace pace)
+        : m_pace(pace)
+    {
+        QCoreApplication::instance()->installEventFilter(this);
+    }
+
+    // The names of the widgets that were painted.
+    [[nodiscard]] QStringList painted() const { return m_painted; }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Paint && watched->isWidgetType()) {
+            m_painted << watched->objectName();
+        }
+        if (event->type() != QEvent::Expose || m_isShowing) {
+            return false;
+        }
+        if (m_pace == ShowsLater) {
+            auto* const window = qobject_cast<QWindow*>(watched);
+            QTimer::singleShot(1, window, [this, window] {
+                m_isShowing = true;
+                QExposeEvent exposed(QRect({}, window->size()));
+                QCoreApplication::sendEvent(window, &exposed);
+            });
+        }
+        return true;
+    }
+
+private:
+    Pace m_pace;
+    bool m_isShowing = false;
+    QStringList m_painted;
+};
+
+} // namespace
 
 class SplashTest final : public QObject
 {
@@ -46,6 +93,25 @@ private slots:
         QVERIFY(!splash.isModal());
         QVERIFY(splash.testAttribute(Qt::WA_ShowWithoutActivating));
         QVERIFY(!splash.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+    }
+
+    void itIsPaintedBeforeTheStartGoesOn()
+    {
+        const SlowScreen screen(SlowScreen::ShowsLater);
+        frmSplash splash;
+        splash.showInMiddle();
+        QVERIFY(screen.painted().contains("lblProductName"));
+        QVERIFY(splash.isVisible());
+    }
+
+    // As on a desktop that the user is not looking at.
+    void theStartGoesOnWhenItCannotBePainted()
+    {
+        const SlowScreen screen(SlowScreen::ShowsNever);
+        frmSplash splash;
+        splash.showInMiddle();
+        QCOMPARE(screen.painted(), QStringList());
+        QVERIFY(splash.isVisible());
     }
 
     void anyClickClosesIt_data()
