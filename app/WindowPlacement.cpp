@@ -1,5 +1,6 @@
 #include "app/WindowPlacement.h"
 
+#include "app/NormalPlacement.h"
 #include "platform/qt/AnsiText.h"
 #include "tables/HexText.h"
 
@@ -86,10 +87,9 @@ void SaveWindowPlacement(platform::ProfileStrings& settings, const QWidget& form
     const std::string section = sectionOf(form.objectName());
     const int state = stateOf(form);
     // pos() and size() are what move() and resize() take, so a window does not creep by its frame at each start.
-    const QPoint position = state == kNormalWindow ? form.pos() : form.normalGeometry().topLeft();
-    const QSize size = state == kNormalWindow ? form.size() : form.normalGeometry().size();
+    const QRect place = state == kNormalWindow ? QRect(form.pos(), form.size()) : NormalPlacement::lastOf(form);
     const QString placement =
-        QStringLiteral("%1,%2,%3,%4").arg(position.x()).arg(position.y()).arg(size.width()).arg(size.height());
+        QStringLiteral("%1,%2,%3,%4").arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height());
     settings.set(section, "Settings", platform::toAnsi(placement));
     settings.set(section, "WindowState", std::to_string(state));
 }
@@ -103,8 +103,10 @@ bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form)
     int ignoredState = kNormalWindow; // windows always come back in their normal state
     bool found = false;
     LoadWindowPlacement(settings, form.objectName(), left, top, width, height, ignoredState, found);
+    NormalPlacement& normalPlacement = NormalPlacement::of(form);
     if (found) {
         placeOnScreen(form, {left, top, width, height});
+        normalPlacement.take();
     }
     return found;
 }

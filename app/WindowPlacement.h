@@ -22,7 +22,8 @@ void LoadWindowPlacement(const platform::ProfileStrings& settings, const QString
 void SaveWindowPlacement(platform::ProfileStrings& settings, const QWidget& form);
 
 // Moves and resizes a window to where it stood last time, but never to where no screen shows it. False, and the window
-// as it was, when the file holds no placement that can be used.
+// as it was, when the file holds no placement that can be used. A window that is visible must be on screen already: the
+// window system would take the place for that of the window without its frame.
 bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form);
 
 } // namespace app

@@ -10,6 +10,7 @@
 #include "platform/ReplaceFile.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/PathText.h"
+#include "platform/qt/ShownWindow.h"
 #include "platform/qt/Spoken.h"
 
 #include <QCloseEvent>
@@ -196,10 +197,9 @@ void frmMain::Form_Load()
     frmAbout::KSD_Driver_Is_Installed(m_services.dosNames, m_services.boxes, m_services.beep);
     m_link.PortNumber = 0;
     GetProgramConfig(m_services.settings, m_link, m_portSetup);
+    restorePlacement(m_services.settings, *this); // so that it does not appear elsewhere first
     show();
-    while (!isVisible()) {
-        m_services.events.waitForEvents();
-    }
+    platform::waitUntilShown(*this);
     splash.close(); // left standing, it would take the user's first click
     showNormal();
     restorePlacement(m_services.settings, *this);

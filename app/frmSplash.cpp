@@ -5,17 +5,14 @@
 #include "app/ProgramText.h"
 #include "app/ProgramVersion.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/ShownWindow.h"
 #include "tables/ui/PlainLabel.h"
 
-#include <QEventLoop>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QScreen>
-#include <QTimer>
 #include <QVBoxLayout>
-
-#include <chrono>
 
 namespace app {
 
@@ -24,7 +21,6 @@ using tables::PlainLabel;
 namespace {
 
 constexpr int kPictureSize = 160; // logical pixels
-constexpr std::chrono::milliseconds kLongestWait{500};
 
 // The labels take no clicks, so those land in the window itself.
 PlainLabel* makeLabel(const char* name, qreal points, QFont::Weight weight, QWidget* parent)
@@ -79,25 +75,7 @@ void frmSplash::showInMiddle()
     adjustSize();
     move(screen()->availableGeometry().center() - rect().center());
     show();
-    waitUntilPainted();
-}
-
-void frmSplash::waitUntilPainted()
-{
-    if (m_isPainted) {
-        return;
-    }
-    QEventLoop untilPainted;
-    connect(this, &frmSplash::painted, &untilPainted, &QEventLoop::quit);
-    QTimer::singleShot(kLongestWait, &untilPainted, &QEventLoop::quit);
-    untilPainted.exec(QEventLoop::ExcludeUserInputEvents); // the user's click or key comes after the picture
-}
-
-void frmSplash::paintEvent(QPaintEvent* event)
-{
-    QWidget::paintEvent(event);
-    m_isPainted = true;
-    emit painted();
+    platform::waitUntilShown(*this);
 }
 
 void frmSplash::Form_Load()

@@ -21,18 +21,9 @@ public:
     void Form_Click();
     void Form_KeyPress();
 
-signals:
-    void painted();
-
 protected:
-    void paintEvent(QPaintEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
-
-private:
-    void waitUntilPainted();
-
-    bool m_isPainted = false;
 };
 
 } // namespace app

@@ -1,6 +1,8 @@
+#include "app/NormalPlacement.h"
 #include "app/ProgramText.h"
 #include "platform/qt/AnsiText.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/SlowScreen.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -303,6 +305,60 @@ private slots:
         f.start();
         QCOMPARE(f.window->size(), QSize(760, 710));
         QCOMPARE(f.window->pos(), QPoint(20, 30));
+    }
+
+    // The frame counts: without it the window would be a little further up at every start.
+    void aMaximisedWindowKeepsItsNormalPlacement_data()
+    {
+        QTest::addColumn<QString>("state");
+        QTest::newRow("maximised") << "2";
+        QTest::newRow("minimised") << "1";
+    }
+    void aMaximisedWindowKeepsItsNormalPlacement()
+    {
+        QFETCH(QString, state);
+        MainWindowFixture f;
+        f.start();
+        f.window->resize(760, 710);
+        f.window->move(20, 30);
+        const bool isMaximised = state == QLatin1String("2");
+        for (int restart = 0; restart < 3; ++restart) {
+            QVERIFY(!f.window->isMaximized() && !f.window->isMinimized());
+            QTRY_COMPARE(app::NormalPlacement::of(*f.window).place(), QRect(20, 30, 760, 710));
+            isMaximised ? f.window->showMaximized() : f.window->showMinimized();
+            QTRY_VERIFY(isMaximised ? f.window->isMaximized() : f.window->isMinimized());
+            QVERIFY(f.window->close());
+            platform::ProfileStrings settings(f.settingsFile());
+            QCOMPARE(settings.get("Select_Window_frmMain", "Settings"), "20,30,760,710");
+            QCOMPARE(settings.get("Select_Window_frmMain", "WindowState"), state.toStdString());
+            f.start();
+            QCOMPARE(f.window->pos(), QPoint(20, 30));
+            QCOMPARE(f.window->size(), QSize(760, 710));
+        }
+    }
+
+    // Where the window system sends the new size first and the new state a moment later.
+    void aSizeThatComesBeforeTheMaximisedStateIsNotTheNormalOne()
+    {
+        MainWindowFixture f;
+        platform::ProfileStrings settings(f.settingsFile());
+        QVERIFY(settings.set("Select_Window_frmMain", "Settings", "20,30,760,710"));
+        f.start();
+        f.window->setGeometry(f.window->screen()->availableGeometry());
+        f.window->showMaximized();
+        QTRY_VERIFY(f.window->isMaximized());
+        QVERIFY(f.window->close());
+        QCOMPARE(settings.get("Select_Window_frmMain", "Settings"), "20,30,760,710");
+    }
+
+    // Only then is the window's frame known, which its placement counts.
+    void startUpWaitsForTheWindowToBeOnScreen()
+    {
+        MainWindowFixture f;
+        f.tickMilliseconds = 0; // nothing else wakes the wait
+        const SlowScreen screen(SlowScreen::ShowsLater);
+        f.start();
+        QVERIFY(screen.painted().contains("frmMain"));
     }
 
     void unusablePlacementLeavesTheDesignedSize_data()

@@ -3,58 +3,13 @@
 #include "app/ProgramVersion.h"
 #include "app/frmSplash.h"
 #include "platform/qt/AnsiText.h"
+#include "tests/support/SlowScreen.h"
 
-#include <QExposeEvent>
 #include <QLabel>
 #include <QTest>
-#include <QTimer>
-#include <QWindow>
 
 using app::frmSplash;
-
-namespace {
-
-// A screen that is slower than the program: a window is there for it a while after it was shown, or never.
-class SlowScreen final : public QObject
-{
-public:
-    enum Pace { ShowsLater, ShowsNever };
-    explicit SlowScreen(Pace pace)
-        : m_pace(pace)
-    {
-        QCoreApplication::instance()->installEventFilter(this);
-    }
-
-    // The names of the widgets that were painted.
-    [[nodiscard]] QStringList painted() const { return m_painted; }
-
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override
-    {
-        if (event->type() == QEvent::Paint && watched->isWidgetType()) {
-            m_painted << watched->objectName();
-        }
-        if (event->type() != QEvent::Expose || m_isShowing) {
-            return false;
-        }
-        if (m_pace == ShowsLater) {
-            auto* const window = qobject_cast<QWindow*>(watched);
-            QTimer::singleShot(1, window, [this, window] {
-                m_isShowing = true;
-                QExposeEvent exposed(QRect({}, window->size()));
-                QCoreApplication::sendEvent(window, &exposed);
-            });
-        }
-        return true;
-    }
-
-private:
-    Pace m_pace;
-    bool m_isShowing = false;
-    QStringList m_painted;
-};
-
-} // namespace
+using testsupport::SlowScreen;
 
 class SplashTest final : public QObject
 {
