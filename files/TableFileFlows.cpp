@@ -155,7 +155,8 @@ TableFileFlows::Overwrite TableFileFlows::askToOverwrite(const std::filesystem::
                           .title = "*** Warning ***",
                           .icon = platform::BoxIcon::Exclamation,
                           .buttons = platform::BoxButtons::YesNoCancel,
-                          .defaultButton = platform::BoxAnswer::No})) {
+                          .defaultButton = platform::BoxAnswer::No,
+                          .file = name})) {
     case platform::BoxAnswer::Yes:
         return Overwrite::Yes;
     case platform::BoxAnswer::No:
@@ -194,7 +195,8 @@ bool TableFileFlows::SaveCurrent(const std::filesystem::path& SelectedFileName)
         m_boxes.show({.text = "Unable to save file: \"" + m_window.displayName(SelectedFileName) + "\" because " +
                               written.error().description +
                               " (error number: " + std::to_string(written.error().number) + ").",
-                      .icon = platform::BoxIcon::Exclamation});
+                      .icon = platform::BoxIcon::Exclamation,
+                      .file = SelectedFileName});
     }
     return static_cast<bool>(written);
 }

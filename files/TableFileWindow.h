@@ -24,7 +24,7 @@ public:
     [[nodiscard]] virtual std::filesystem::path rememberedFile(tables::Tab tab) const = 0;
     // Remembers a file and shows its name.
     virtual void rememberFile(tables::Tab tab, const std::filesystem::path& name) = 0;
-    // A file's name as the user sees it in messages.
+    // A file's name for a message that also carries the file itself.
     [[nodiscard]] virtual std::string displayName(const std::filesystem::path& name) const = 0;
 
     virtual void Hide_All() = 0;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <filesystem>
 #include <string>
 
 namespace platform {
@@ -16,6 +17,9 @@ struct MessageBox
     BoxIcon icon = BoxIcon::None;
     BoxButtons buttons = BoxButtons::Ok;
     BoxAnswer defaultButton = BoxAnswer::Ok; // the one that Enter presses
+    // A file that the text names. The user sees its name with all its letters, also those that the text has only a '?'
+    // for.
+    std::filesystem::path file = {};
 };
 
 // Shows message boxes, one at a time and modal: events run while a box is up.

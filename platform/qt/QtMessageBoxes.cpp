@@ -2,6 +2,7 @@
 
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/FrontWindow.h"
+#include "platform/qt/PathText.h"
 
 #include <QMessageBox>
 
@@ -67,6 +68,17 @@ BoxAnswer escapeAnswerOf(BoxButtons buttons)
     return BoxAnswer::Ok;
 }
 
+QString textOf(const MessageBox& box)
+{
+    QString text = toQString(box.text);
+    const QString name = pathText(box.file);
+    const QString nameInText = toQString(toAnsi(name));
+    if (const qsizetype at = text.indexOf(nameInText); at >= 0) {
+        text.replace(at, nameInText.size(), name);
+    }
+    return text;
+}
+
 } // namespace
 
 BoxAnswer QtMessageBoxes::show(const MessageBox& box)
@@ -76,7 +88,7 @@ BoxAnswer QtMessageBoxes::show(const MessageBox& box)
     window.setTextFormat(Qt::PlainText);
     window.setIcon(iconOf(box.icon));
     window.setWindowTitle(box.title.empty() ? m_programTitle : toQString(box.title));
-    window.setText(toQString(box.text));
+    window.setText(textOf(box));
     window.setStandardButtons(buttonsOf(box.buttons));
     window.setDefaultButton(buttonOf(box.defaultButton));
     window.setEscapeButton(buttonOf(escapeAnswerOf(box.buttons)));

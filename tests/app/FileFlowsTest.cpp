@@ -1,8 +1,12 @@
+#include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QMimeData>
+#include <QTimer>
 #include <QUrl>
 
 #include <cerrno>
@@ -45,6 +49,18 @@ class FileFlowsTest final : public QObject
     {
         QFile file(platform::pathText(path));
         return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("(cannot be read)");
+    }
+    // What the user reads in a message box.
+    static QString shownText(const platform::MessageBox& box)
+    {
+        QString text;
+        QTimer::singleShot(0, qApp, [&text] {
+            auto* const window = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+            text = window->text();
+            window->close();
+        });
+        platform::QtMessageBoxes(QStringLiteral("Teslin Configure")).show(box);
+        return text;
     }
     static QString namesOf(const std::filesystem::path& path) { return platform::pathText(path); }
 
@@ -317,6 +333,31 @@ private slots:
         QVERIFY(f.window->rememberedFiles().ConfigFileName.empty());
         QVERIFY(f.find<QToolButton>("KEY_SAVE")->isEnabled());
         f.table_CFG().TableChanged = false;
+    }
+
+    // The texts of messages know 256 letters, the names of files all there are.
+    void fileNamesAreShownWithAllTheirLetters()
+    {
+        MainWindowFixture f;
+        f.start();
+        const QString name = f.folder.filePath(QStringLiteral("K\u0430\u0441\u0441\u0430 \u20AC \U0001F4B3?.tlc"));
+        f.dialogs.expect(Kind::Save, platform::toPath(name));
+        f.press("KEY_SAVE");
+        QVERIFY(QFile::exists(name));
+        QCOMPARE(f.textOf("lblFilename"), name);
+        f.dialogs.expect(Kind::Save, platform::toPath(name));
+        f.boxes.expect(BoxAnswer::Cancel);
+        f.press("KEY_SAVE");
+        QCOMPARE(shownText(f.boxes.shown.back()),
+                 "File: " + name +
+                     " already exists! Do you want to overwrite it? (Yes=overwrite, No=get another filename, "
+                     "Cancel=cancel save operation)");
+        const QString missing = name + QStringLiteral("/shop.tlc");
+        f.dialogs.expect(Kind::Save, platform::toPath(missing));
+        f.boxes.expect(BoxAnswer::Ok);
+        f.press("KEY_SAVE");
+        QCOMPARE(shownText(f.boxes.shown.back()),
+                 "Unable to save file: \"" + missing + "\" because Not a directory (error number: 20).");
     }
 
     void savingOverAFolderIsTold()
