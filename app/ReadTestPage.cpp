@@ -4,6 +4,7 @@
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/Spoken.h"
 
+#include <QContextMenuEvent>
 #include <QFontDatabase>
 #include <QKeyEvent>
 #include <QLabel>
@@ -123,6 +124,16 @@ void ReadTestBox::inputMethodEvent(QInputMethodEvent* event)
     // A dead key comes as a composed text.
     typed(event->commitString());
     event->accept();
+}
+
+void ReadTestBox::contextMenuEvent(QContextMenuEvent* event)
+{
+    // A menu that a key has opened would take the keys that follow.
+    if (event->reason() == QContextMenuEvent::Keyboard) {
+        event->accept();
+        return;
+    }
+    QPlainTextEdit::contextMenuEvent(event);
 }
 
 void ReadTestBox::typed(const QString& text)

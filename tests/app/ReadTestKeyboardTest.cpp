@@ -2,6 +2,7 @@
 #include "tests/app/ReadTestDesk.h"
 
 #include <QClipboard>
+#include <QContextMenuEvent>
 #include <QInputMethodEvent>
 #include <QMenu>
 #include <QShortcut>
@@ -271,6 +272,18 @@ private slots:
         desk.type("z");
         QTRY_COMPARE(desk.typed(), "z");
         QApplication::setStyle(usual);
+    }
+
+    // The system sends it for the menu key.
+    void theMenuKey()
+    {
+        ReadTestDesk desk;
+        QVERIFY(desk.startInTest());
+        QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {10, 10}, desk.box().mapToGlobal(QPoint(10, 10)));
+        QApplication::sendEvent(&desk.box(), &menuKey);
+        QVERIFY(QApplication::activePopupWidget() == nullptr);
+        desk.type("z");
+        QTRY_COMPARE(desk.typed(), "z");
     }
 
     void aCard()
