@@ -35,4 +35,10 @@ std::string versionOnSplash(const ProgramVersion& version)
     return "Version " + digits(version.majorNumber, 2) + minorAndRevision(version);
 }
 
+std::string versionOnCommandLine(const ProgramVersion& version)
+{
+    return "TeslinConfigure " + std::to_string(version.majorNumber) + '.' + std::to_string(version.minorNumber) + '.' +
+           std::to_string(version.revision);
+}
+
 } // namespace app

@@ -1,3 +1,4 @@
+#include "app/CommandLineAnswer.h"
 #include "app/OutlinedStyle.h"
 #include "app/ProductPicture.h"
 #include "app/ProgramText.h"
@@ -18,7 +19,11 @@
 #include <QStandardPaths>
 #include <QTimer>
 
+#include <cstddef>
+#include <cstdlib>
 #include <filesystem>
+#include <iostream>
+#include <span>
 
 // Composes the program: the system's services, the main window, the event loop.
 
@@ -34,6 +39,13 @@ std::string commandLine()
 
 int main(int argc, char* argv[])
 {
+    // Before anything that needs a display.
+    const std::span<const char* const> arguments(argv, static_cast<std::size_t>(argc));
+    if (const auto answer = app::answerToCommandLine(arguments.subspan(1))) {
+        std::cout << *answer << std::flush;
+        return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
+    }
+
     QApplication application(argc, argv);
     // The program ends when the main window says so, after its questions and with its settings written.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -18,29 +18,32 @@ private slots:
         QCOMPARE(version.revision, 1);
     }
 
-    void bothForms_data()
+    void allForms_data()
     {
         QTest::addColumn<QList<int>>("numbers");
         QTest::addColumn<QByteArray>("about");
         QTest::addColumn<QByteArray>("splash");
-        const auto row = [](QList<int> numbers, const char* about, const char* splash) {
-            QTest::newRow(about) << numbers << QByteArray(about) << QByteArray(splash);
+        QTest::addColumn<QByteArray>("commandLine");
+        const auto row = [](QList<int> numbers, const char* about, const char* splash, const char* commandLine) {
+            QTest::newRow(about) << numbers << QByteArray(about) << QByteArray(splash) << QByteArray(commandLine);
         };
-        row({1, 4, 1}, "Version: 1.04.0001", "Version 01.04.0001");
-        row({0, 0, 0}, "Version: 0.00.0000", "Version 00.00.0000");
-        row({12, 34, 5678}, "Version: 12.34.5678", "Version 12.34.5678");
-        row({2, 10, 99}, "Version: 2.10.0099", "Version 02.10.0099");
-        // Longer numbers keep their last digits, but for the first one of the about box.
-        row({123, 456, 78901}, "Version: 123.56.8901", "Version 23.56.8901");
+        row({1, 4, 1}, "Version: 1.04.0001", "Version 01.04.0001", "TeslinConfigure 1.4.1");
+        row({0, 0, 0}, "Version: 0.00.0000", "Version 00.00.0000", "TeslinConfigure 0.0.0");
+        row({12, 34, 5678}, "Version: 12.34.5678", "Version 12.34.5678", "TeslinConfigure 12.34.5678");
+        row({2, 10, 99}, "Version: 2.10.0099", "Version 02.10.0099", "TeslinConfigure 2.10.99");
+        // In the windows longer numbers keep their last digits, but for the first one of the about box.
+        row({123, 456, 78901}, "Version: 123.56.8901", "Version 23.56.8901", "TeslinConfigure 123.456.78901");
     }
-    void bothForms()
+    void allForms()
     {
         QFETCH(QList<int>, numbers);
         QFETCH(QByteArray, about);
         QFETCH(QByteArray, splash);
+        QFETCH(QByteArray, commandLine);
         const ProgramVersion version{.majorNumber = numbers[0], .minorNumber = numbers[1], .revision = numbers[2]};
         QCOMPARE(app::versionInAbout(version), about.toStdString());
         QCOMPARE(app::versionOnSplash(version), splash.toStdString());
+        QCOMPARE(app::versionOnCommandLine(version), commandLine.toStdString());
     }
 };
 

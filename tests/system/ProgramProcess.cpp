@@ -56,9 +56,14 @@ ProgramProcess::~ProgramProcess()
     }
 }
 
+QString ProgramProcess::builtExecutable()
+{
+    return QStringLiteral(TESLIN_CONFIGURE);
+}
+
 QString ProgramProcess::executable() const
 {
-    return m_folder + u'/' + QFileInfo(QStringLiteral(TESLIN_CONFIGURE)).fileName();
+    return m_folder + u'/' + QFileInfo(builtExecutable()).fileName();
 }
 
 QString ProgramProcess::settingsFile() const
@@ -68,7 +73,7 @@ QString ProgramProcess::settingsFile() const
 
 bool ProgramProcess::start(const Setup& setup)
 {
-    if (!QFile::exists(executable()) && !QFile::copy(QStringLiteral(TESLIN_CONFIGURE), executable())) {
+    if (!QFile::exists(executable()) && !QFile::copy(builtExecutable(), executable())) {
         return false;
     }
     if (!setup.settings.isEmpty()) {

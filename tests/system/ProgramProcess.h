@@ -24,6 +24,9 @@ public:
     ProgramProcess(QString folder, QString names);
     ~ProgramProcess(); // kills what still runs
 
+    // The program where it was built, for runs without a window.
+    [[nodiscard]] static QString builtExecutable();
+
     // True when the program has started and the window driver answers; a window need not be there yet.
     [[nodiscard]] bool start(const Setup& setup);
 
