@@ -1,5 +1,6 @@
 #include "app/LanguageList.h"
 
+#include "app/ProgramPlace.h"
 #include "platform/ReplaceFile.h"
 
 namespace app {
@@ -7,9 +8,12 @@ namespace app {
 std::optional<std::string> lookUpLanguage(const std::filesystem::path& programFolder,
                                           std::string_view KeyboardLanguageId, files::KeyboardLanguage& language)
 {
-    const auto list = platform::readFile(programFolder / "Languages.txt");
-    const auto bytes = list ? std::optional<std::string_view>(list.value()) : std::nullopt;
-    return files::readLayoutList(bytes, KeyboardLanguageId, language);
+    for (const std::filesystem::path& place : layoutLists(programFolder)) {
+        if (const auto list = platform::readFile(place)) {
+            return files::readLayoutList(list.value(), KeyboardLanguageId, language);
+        }
+    }
+    return files::readLayoutList(std::nullopt, KeyboardLanguageId, language);
 }
 
 } // namespace app

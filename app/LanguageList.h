@@ -9,8 +9,8 @@
 
 namespace app {
 
-// Looks a keyboard ID up in the list of layouts beside the program, which is read afresh each time, and brings language
-// up to date. Returns the new caption of lblLanguage, or nothing when the label stays as it is.
+// Looks a keyboard ID up in the program's list of layouts, which is read afresh each time, and brings language up to
+// date. Returns the new caption of lblLanguage, or nothing when the label stays as it is.
 [[nodiscard]] std::optional<std::string> lookUpLanguage(const std::filesystem::path& programFolder,
                                                         std::string_view KeyboardLanguageId,
                                                         files::KeyboardLanguage& language);

@@ -35,7 +35,7 @@ struct Services
     const platform::Registry& registry;
     platform::StartProgram& programs;
     platform::WindowOrder& windowOrder;
-    std::filesystem::path programFolder; // holds Languages.txt; dialogs start here
+    std::filesystem::path programFolder; // leads to Languages.txt; dialogs start here
     std::string commandLine;             // without the program's name
     int tickMilliseconds;                // of Timer1; 0 = no timer, ticks come from outside
 };

@@ -1,6 +1,7 @@
 #include "app/CommandLineAnswer.h"
 #include "app/OutlinedStyle.h"
 #include "app/ProductPicture.h"
+#include "app/ProgramPlace.h"
 #include "app/ProgramText.h"
 #include "app/frmMain.h"
 #include "device/ReplyPeriod.h"
@@ -51,6 +52,8 @@ int main(int argc, char* argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     QApplication::setStyle(new app::OutlinedStyle);
     QApplication::setWindowIcon(app::productPicture());
+    // Desktops that do not take a window's own icon find it by the installed desktop entry.
+    QApplication::setDesktopFileName(QStringLiteral("teslin-configure"));
 
     const platform::DosNames dosNames;
     platform::QtSerialControl MSComm1(dosNames);
@@ -67,8 +70,7 @@ int main(int argc, char* argv[])
     const std::filesystem::path program = platform::toPath(QApplication::applicationFilePath());
     const std::filesystem::path configFolder =
         platform::toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
-    platform::ProfileStrings settings(platform::settingsFilePath(program, configFolder),
-                                      platform::settingsFileBeside(program));
+    platform::ProfileStrings settings(app::settingsFile(program, configFolder), platform::settingsFileBeside(program));
 
     app::frmMain frmMain({.MSComm1 = MSComm1,
                           .driver = *driver,

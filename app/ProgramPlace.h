@@ -1,0 +1,18 @@
+#pragma once
+
+#include <filesystem>
+#include <vector>
+
+// Where the program's own files lie, by the folder of its executable. A program that was built or unpacked somewhere
+// has them beside it; one that was installed has them in the system's data folder, and must not write beside itself.
+namespace app {
+
+// The places of the list of keyboard layouts; the first one that can be read counts.
+[[nodiscard]] std::vector<std::filesystem::path> layoutLists(const std::filesystem::path& programFolder);
+
+// The settings file of a program that starts now: beside it when that file can be written, else, and always for an
+// installed program, a file of the same name in the user's own folder for settings. Creates nothing.
+[[nodiscard]] std::filesystem::path settingsFile(const std::filesystem::path& executable,
+                                                 const std::filesystem::path& userConfigFolder);
+
+} // namespace app
