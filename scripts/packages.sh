@@ -6,6 +6,7 @@ settings=()
 
 screen_packages=(xvfb xauth xdotool fonts-dejavu-core)
 test_packages=(poppler-utils)
+package_packages=(dpkg-dev appstream desktop-file-utils lintian man-db)
 
 # Installs those of the given packages that are missing. Says what to do when it may not.
 need_packages() {

@@ -68,7 +68,8 @@ start_reader() {
 }
 
 start_screen() {
-    Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp 3>"$surroundings/display" 2>"$surroundings/screen.log" &
+    # Without -noreset it would turn the next program away for a moment when the last one has gone.
+    Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp -noreset 3>"$surroundings/display" 2>"$surroundings/screen.log" &
     started+=($!)
     wait_until 30 test -s "$surroundings/display" || { echo "The virtual screen did not start." >&2; return 1; }
     export DISPLAY=:$(<"$surroundings/display") QT_QPA_PLATFORM=xcb
