@@ -202,9 +202,11 @@ void frmMain::Form_Load()
     platform::waitUntilShown(*this);
     splash.close(); // left standing, it would take the user's first click
     showNormal();
+    activateWindow(); // nobody else gives it the keyboard where no window manager runs
     restorePlacement(m_services.settings, *this);
     Hide_All();
     buildTables();
+    m_page_CFG->grid().setFocus(); // not the toolbar, where a blank would start a Retrieve
     if (!m_services.commandLine.empty() && (m_services.commandLine[0] == 'R' || m_services.commandLine[0] == 'r')) {
         SSTab1->setCurrentIndex(tables::kReadTestTab);
     }

@@ -105,6 +105,8 @@ private slots:
         QCOMPARE(grid->row(), 1);
         QCOMPARE(grid->col(), 2);
         QCOMPARE(f.textOf("lblEditTitle_CFG"), "<001> Parameter ID and Mod Flag ");
+        QCOMPARE(f.window->focusWidget(), grid);
+        QVERIFY(f.window->isActiveWindow());
         f.find<tables::ParamGrid>("grdCFG")->setRow(2);
         QCOMPARE(f.textOf("lblEditTitle_CFG"), "<013> Track enables / ID Flag");
     }

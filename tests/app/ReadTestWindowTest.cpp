@@ -127,7 +127,7 @@ private slots:
         };
         desk.clickTab(kReadTestTab);
         const QString settling = "Please wait...\n(Setting the Teslin to normal mode.  Ignore these values)\n focus";
-        QCOMPARE(seen, (QStringList{"Please wait...\n no focus please wait", settling, settling}));
+        QCOMPARE(seen, (QStringList{"Please wait...\n focus please wait", settling, settling}));
     }
 
     // What is typed while the reader is being set goes with the text that says so.
