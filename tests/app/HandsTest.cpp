@@ -105,6 +105,19 @@ private slots:
         }
     }
 
+    void controlTabChangesTheTab()
+    {
+        MainWindowFixture f;
+        f.start();
+        QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        auto* tabs = f.find<QTabWidget>("SSTab1");
+        f.find<QWidget>("grdCFG")->setFocus();
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+        QCOMPARE(tabs->currentIndex(), 1);
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(tabs->currentIndex(), 0);
+    }
+
     void nothingIsSortedEditedOrHiddenByAccident()
     {
         MainWindowFixture f;
