@@ -1,76 +1,46 @@
 #include "app/frmMain.h"
 
+#include "app/DroppedTableFile.h"
 #include "app/LanguageList.h"
 #include "app/ProgramConfig.h"
 #include "app/ProgramText.h"
+#include "app/UnsavedQuestion.h"
 #include "app/WindowPlacement.h"
 #include "app/frmAbout.h"
 #include "app/frmSplash.h"
 #include "device/Commands.h"
 #include "platform/ReplaceFile.h"
 #include "platform/qt/AnsiText.h"
-#include "platform/qt/PathText.h"
 #include "platform/qt/ShownWindow.h"
-#include "platform/qt/Spoken.h"
 
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
 #include <QTabBar>
-#include <QUrl>
 
-#include <QVBoxLayout>
 #include <utility>
 
 namespace app {
 
 using platform::toQString;
 
-namespace {
-
-constexpr QSize kDesignedSize{1000, 640};
-
-bool isTableFile(const QMimeData& dropped)
-{
-    const QList<QUrl> urls = dropped.urls();
-    if (urls.size() != 1 || !urls.constFirst().isLocalFile()) {
-        return false;
-    }
-    const QString name = urls.constFirst().toLocalFile();
-    return name.endsWith(QLatin1String(".tlc"), Qt::CaseInsensitive) ||
-           name.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive);
-}
-
-} // namespace
-
 frmMain::frmMain(const Services& services)
     : m_services(services)
     , m_table_CFG(tables::configurationKind())
     , m_table_KB(tables::keyboardLanguageKind())
-    , m_menu(*menuBar())
-    , m_toolbar(new MainToolbar(this))
-    , m_status(*statusBar())
-    , m_identification(new IdentificationStrip(this))
-    , SSTab1(new QTabWidget(this))
-    , m_page_CFG(new TablePage(m_table_CFG, QStringLiteral("grdCFG"), QStringLiteral("txtComments_CFG"),
-                               tr("Configuration table"), this))
-    , m_page_KB(new TablePage(m_table_KB, QStringLiteral("grdKB"), QStringLiteral("txtComments_KB"),
-                              tr("Keyboard Language table"), this))
-    , m_page_ReadTest(new ReadTestPage(this))
-    , lblFilename(new QLabel(this))
-    , btnNotes(new QPushButton(tr("&Notes"), this))
+    , m_face(*this, m_table_CFG, m_table_KB)
     , m_side_CFG(*this, tables::kConfigurationTab)
     , m_side_KB(*this, tables::kKeyboardLanguageTab)
     , m_linkSide(*this)
     , m_fileSide(*this)
-    , m_live_CFG(m_table_CFG, m_page_CFG->grid(), m_side_CFG, m_session)
-    , m_live_KB(m_table_KB, m_page_KB->grid(), m_side_KB, m_session)
+    , m_live_CFG(m_table_CFG, m_face.page_CFG->grid(), m_side_CFG, m_session)
+    , m_live_KB(m_table_KB, m_face.page_KB->grid(), m_side_KB, m_session)
     , m_tables{.CFG = m_live_CFG, .KB = m_live_KB, .session = m_session}
-    , m_editor_CFG(
-          new tables::ConfigurationEditor(m_live_CFG, m_session, m_side_CFG, m_linkSide, services.boxes, m_page_CFG))
-    , m_editor_KB(
-          new tables::KeyboardLanguageEditor(m_live_KB, m_session, m_side_KB, m_linkSide, services.boxes, m_page_KB))
+    , m_editor_CFG(new tables::ConfigurationEditor(m_live_CFG, m_session, m_side_CFG, m_linkSide, services.boxes,
+                                                   m_face.page_CFG))
+    , m_editor_KB(new tables::KeyboardLanguageEditor(m_live_KB, m_session, m_side_KB, m_linkSide, services.boxes,
+                                                     m_face.page_KB))
     , m_protocol(m_link, m_operations, services.MSComm1, services.events, m_linkSide, services.boxes, m_tables)
     , m_connection(m_link, m_protocol, services.MSComm1, services.driver, m_linkSide, m_portSetup, services.boxes)
     , m_transfer(m_link, m_operations, m_protocol, m_connection, services.MSComm1, m_linkSide, m_linkSide, m_tables)
@@ -85,7 +55,9 @@ frmMain::frmMain(const Services& services)
     , m_fileFlows(m_tables, m_fileSide, services.fileDialogs, services.boxes, services.programFolder)
     , m_openedWindows(*this)
 {
-    buildWindow();
+    m_face.page_CFG->setEditor(m_editor_CFG);
+    m_face.page_KB->setEditor(m_editor_KB);
+    m_face.SSTab1->tabBar()->installEventFilter(this);
     connectEverything();
 }
 
@@ -98,70 +70,33 @@ frmMain::~frmMain()
     delete takeCentralWidget();
 }
 
-void frmMain::buildWindow()
-{
-    setObjectName(QStringLiteral("frmMain"));
-    setWindowTitle(toQString(kProgramTitle));
-    setContextMenuPolicy(Qt::NoContextMenu);
-    resize(kDesignedSize);
-    setAcceptDrops(true);
-    addToolBar(m_toolbar);
-
-    m_page_CFG->setEditor(m_editor_CFG);
-    m_page_KB->setEditor(m_editor_KB);
-    SSTab1->setObjectName(QStringLiteral("SSTab1"));
-    platform::setSpoken(*SSTab1, tr("Tables and read test"),
-                        tr("The two parameter tables of the Teslin and the read test"));
-    SSTab1->tabBar()->installEventFilter(this);
-    SSTab1->addTab(m_page_CFG, toQString(tables::configurationKind().caption));
-    SSTab1->addTab(m_page_KB, toQString(tables::keyboardLanguageKind().caption));
-    SSTab1->addTab(m_page_ReadTest, tr("Read Test"));
-
-    lblFilename->setObjectName(QStringLiteral("lblFilename"));
-    lblFilename->setTextFormat(Qt::PlainText);
-    lblFilename->hide();
-    btnNotes->setObjectName(QStringLiteral("btnNotes"));
-    platform::setSpoken(*btnNotes, tr("Shows notes on the table"));
-
-    auto* bottom = new QHBoxLayout;
-    bottom->addWidget(lblFilename, 1);
-    bottom->addStretch();
-    bottom->addWidget(btnNotes);
-    auto* central = new QWidget(this);
-    auto* column = new QVBoxLayout(central);
-    column->addWidget(m_identification);
-    column->addWidget(SSTab1, 1);
-    column->addLayout(bottom);
-    setCentralWidget(central);
-}
-
 void frmMain::connectEverything()
 {
-    connect(m_toolbar, &MainToolbar::buttonClicked, this, &frmMain::Toolbar1_ButtonClick);
+    connect(m_face.Toolbar1, &MainToolbar::buttonClicked, this, &frmMain::Toolbar1_ButtonClick);
     const auto onFileMenu = [this](QAction* entry, void (frmMain::*handler)(tables::Tab), tables::Tab tab) {
         connect(entry, &QAction::triggered, this, [this, handler, tab] { (this->*handler)(tab); });
     };
-    onFileMenu(m_menu.mnuOpen_CFG, &frmMain::mnuOpen_Click, tables::kConfigurationTab);
-    onFileMenu(m_menu.mnuSave_CFG, &frmMain::mnuSave_Click, tables::kConfigurationTab);
-    onFileMenu(m_menu.mnuSaveAs_CFG, &frmMain::mnuSaveAs_Click, tables::kConfigurationTab);
-    onFileMenu(m_menu.mnuOpen_KB, &frmMain::mnuOpen_Click, tables::kKeyboardLanguageTab);
-    onFileMenu(m_menu.mnuSave_KB, &frmMain::mnuSave_Click, tables::kKeyboardLanguageTab);
-    onFileMenu(m_menu.mnuSaveAs_KB, &frmMain::mnuSaveAs_Click, tables::kKeyboardLanguageTab);
-    connect(m_menu.mnuOptions, &QAction::triggered, this, &frmMain::mnuOptions_Click);
-    connect(m_menu.mnuExit, &QAction::triggered, this, &frmMain::mnuExit_Click);
-    connect(m_menu.mnuEditSingle, &QAction::triggered, this, &frmMain::mnuEditSingle_Click);
-    connect(m_menu.mnuRead, &QAction::triggered, this, &frmMain::mnuRead_Click);
-    connect(m_menu.mnuAbout, &QAction::triggered, this, &frmMain::mnuAbout_Click);
-    connect(btnNotes, &QPushButton::clicked, this, &frmMain::btnNotes_Click);
-    connect(SSTab1, &QTabWidget::currentChanged, this, &frmMain::tabMoved);
-    connect(m_identification, &IdentificationStrip::lblDriverName_Change, this,
-            [this](const QString& caption) { m_status.setFirst(caption); });
-    connect(&m_page_CFG->comments(), &QPlainTextEdit::textChanged, m_editor_CFG,
+    onFileMenu(m_face.menu.mnuOpen_CFG, &frmMain::mnuOpen_Click, tables::kConfigurationTab);
+    onFileMenu(m_face.menu.mnuSave_CFG, &frmMain::mnuSave_Click, tables::kConfigurationTab);
+    onFileMenu(m_face.menu.mnuSaveAs_CFG, &frmMain::mnuSaveAs_Click, tables::kConfigurationTab);
+    onFileMenu(m_face.menu.mnuOpen_KB, &frmMain::mnuOpen_Click, tables::kKeyboardLanguageTab);
+    onFileMenu(m_face.menu.mnuSave_KB, &frmMain::mnuSave_Click, tables::kKeyboardLanguageTab);
+    onFileMenu(m_face.menu.mnuSaveAs_KB, &frmMain::mnuSaveAs_Click, tables::kKeyboardLanguageTab);
+    connect(m_face.menu.mnuOptions, &QAction::triggered, this, &frmMain::mnuOptions_Click);
+    connect(m_face.menu.mnuExit, &QAction::triggered, this, &frmMain::mnuExit_Click);
+    connect(m_face.menu.mnuEditSingle, &QAction::triggered, this, &frmMain::mnuEditSingle_Click);
+    connect(m_face.menu.mnuRead, &QAction::triggered, this, &frmMain::mnuRead_Click);
+    connect(m_face.menu.mnuAbout, &QAction::triggered, this, &frmMain::mnuAbout_Click);
+    connect(m_face.btnNotes, &QPushButton::clicked, this, &frmMain::btnNotes_Click);
+    connect(m_face.SSTab1, &QTabWidget::currentChanged, this, &frmMain::tabMoved);
+    connect(m_face.identification, &IdentificationStrip::lblDriverName_Change, this,
+            [this](const QString& caption) { m_face.StatusBar1.setFirst(caption); });
+    connect(&m_face.page_CFG->comments(), &QPlainTextEdit::textChanged, m_editor_CFG,
             &tables::ConfigurationEditor::txtComments_CFG_Change);
 
-    connect(m_page_ReadTest, &ReadTestPage::cmdClearReadDisplay_Click, this,
+    connect(m_face.page_ReadTest, &ReadTestPage::cmdClearReadDisplay_Click, this,
             [this] { m_readTest.cmdClearReadDisplay_Click(); });
-    m_page_ReadTest->txtReadTest().setKeyPress([this](char KeyAscii) {
+    m_face.page_ReadTest->txtReadTest().setKeyPress([this](char KeyAscii) {
         return m_readTest.txtReadTest_KeyPress(KeyAscii, {.Track1Start = m_language.Track1Start,
                                                           .Track2Start = m_language.Track2Start,
                                                           .Track3Start = m_language.Track3Start,
@@ -172,11 +107,11 @@ void frmMain::connectEverything()
         connect(&grid, &tables::ParamGrid::rowCurrentChanged, this, [&table] { table.rowChanged(); });
         connect(&grid, &tables::ParamGrid::selectionMoved, this, [&table] { table.selectionChanged(); });
     };
-    follow(m_page_CFG->grid(), m_live_CFG);
-    follow(m_page_KB->grid(), m_live_KB);
-    connect(&m_page_CFG->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_CFG,
+    follow(m_face.page_CFG->grid(), m_live_CFG);
+    follow(m_face.page_KB->grid(), m_live_KB);
+    connect(&m_face.page_CFG->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_CFG,
             &tables::ConfigurationEditor::grdCFG_DblClick);
-    connect(&m_page_KB->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_KB,
+    connect(&m_face.page_KB->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_KB,
             &tables::KeyboardLanguageEditor::grdKB_DblClick);
 
     m_operations.setAfterwards([this] { operationEnded(); });
@@ -206,9 +141,9 @@ void frmMain::Form_Load()
     restorePlacement(m_services.settings, *this);
     Hide_All();
     buildTables();
-    m_page_CFG->grid().setFocus(); // not the toolbar, where a blank would start a Retrieve
+    m_face.page_CFG->grid().setFocus(); // not the toolbar, where a blank would start a Retrieve
     if (!m_services.commandLine.empty() && (m_services.commandLine[0] == 'R' || m_services.commandLine[0] == 'r')) {
-        SSTab1->setCurrentIndex(tables::kReadTestTab);
+        m_face.SSTab1->setCurrentIndex(tables::kReadTestTab);
     }
     m_session.EditState = tables::EditSession::kEditing;
     m_live_CFG.grid().setRow(1);
@@ -219,9 +154,9 @@ void frmMain::buildTables()
 {
     m_session.EditState = tables::EditSession::kFilling;
     // Moving between the tabs is only a way to name the table here, not a visit.
-    const QSignalBlocker blocker(SSTab1);
+    const QSignalBlocker blocker(m_face.SSTab1);
     for (const int tab : {int{tables::kKeyboardLanguageTab}, int{tables::kConfigurationTab}}) {
-        SSTab1->setCurrentIndex(tab);
+        m_face.SSTab1->setCurrentIndex(tab);
         m_tables.InitGrids(tab);
     }
 }
@@ -229,7 +164,7 @@ void frmMain::buildTables()
 void frmMain::GetLanguageName()
 {
     if (const auto caption = lookUpLanguage(m_services.programFolder, m_link.KeyboardLanguageId, m_language)) {
-        m_identification->setLanguage(*caption);
+        m_face.identification->setLanguage(*caption);
     }
 }
 
@@ -242,7 +177,7 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
         return;
     }
     m_link.UserAbort = false;
-    if (SSTab1->currentIndex() == tables::kReadTestTab && !exits) {
+    if (m_face.SSTab1->currentIndex() == tables::kReadTestTab && !exits) {
         return;
     }
     switch (key) {
@@ -253,20 +188,19 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
         m_operations.run([this] { m_transfer.UpdateDevice(); });
         break;
     case ToolbarKey::Default:
-        m_tables.InitGrids(SSTab1->currentIndex());
+        m_tables.InitGrids(m_face.SSTab1->currentIndex());
         break;
     case ToolbarKey::Load:
         m_fileFlows.OpenTableFile();
         break;
     case ToolbarKey::Save:
-        mnuSaveAs_Click(SSTab1->currentIndex() == tables::kConfigurationTab ? tables::kConfigurationTab
-                                                                            : tables::kKeyboardLanguageTab);
+        mnuSaveAs_Click(shownTable());
         break;
     case ToolbarKey::Summary:
         BuildSummary();
         break;
     case ToolbarKey::Exit:
-        if (m_toolbar->exitReadsExit()) {
+        if (m_face.Toolbar1->exitReadsExit()) {
             mnuExit_Click();
         } else {
             m_link.UserAbort = true;
@@ -293,9 +227,9 @@ bool frmMain::selectTabOf(tables::Tab tab)
     if (m_operations.isRunning()) {
         return false;
     }
-    SSTab1->setCurrentIndex(tab);
+    m_face.SSTab1->setCurrentIndex(tab);
     // Leaving the read test takes a while, in which the user may have gone elsewhere or closed the window.
-    return SSTab1->currentIndex() == tab && !m_isUnloaded;
+    return m_face.SSTab1->currentIndex() == tab && !m_isUnloaded;
 }
 
 void frmMain::mnuOpen_Click(tables::Tab tab)
@@ -319,26 +253,21 @@ void frmMain::mnuSaveAs_Click(tables::Tab tab)
     }
 }
 
-void frmMain::openDroppedFile(const std::filesystem::path& name)
-{
-    const bool isConfiguration = platform::pathText(name).endsWith(QLatin1String(".tlc"), Qt::CaseInsensitive);
-    if (selectTabOf(isConfiguration ? tables::kConfigurationTab : tables::kKeyboardLanguageTab)) {
-        m_fileFlows.openFile(name);
-    }
-}
-
 void frmMain::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (isTableFile(*event->mimeData()) && !m_operations.isRunning()) {
+    if (droppedTableFile(*event->mimeData()) && !m_operations.isRunning()) {
         event->acceptProposedAction();
     }
 }
 
 void frmMain::dropEvent(QDropEvent* event)
 {
-    if (isTableFile(*event->mimeData()) && !m_operations.isRunning()) {
+    const auto file = droppedTableFile(*event->mimeData());
+    if (file && !m_operations.isRunning()) {
         event->acceptProposedAction();
-        openDroppedFile(platform::toPath(event->mimeData()->urls().constFirst().toLocalFile()));
+        if (selectTabOf(file->tab)) {
+            m_fileFlows.openFile(file->name);
+        }
     }
 }
 
@@ -352,14 +281,13 @@ void frmMain::mnuExit_Click()
 
 void frmMain::BuildSummary()
 {
-    const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
+    const bool onConfiguration = shownTable() == tables::kConfigurationTab;
     const auto kind = onConfiguration ? report::Summary::Configuration : report::Summary::KeyboardLanguage;
     tables::LiveTable& table = onConfiguration ? m_live_CFG : m_live_KB;
-    m_summary.show(
-        kind, [&table](std::string_view address) { return table.GetTableEntry(address); },
-        {.firmwareVersion = m_link.FirmwareVersion,
-         .comment = m_fileSide.comments(onConfiguration ? tables::kConfigurationTab : tables::kKeyboardLanguageTab),
-         .date = m_services.clock.today()});
+    m_summary.show(kind, [&table](std::string_view address) { return table.GetTableEntry(address); },
+                   {.firmwareVersion = m_link.FirmwareVersion,
+                    .comment = m_fileSide.comments(shownTable()),
+                    .date = m_services.clock.today()});
 }
 
 // A box would hold up an operation that runs, and the Abort button with it.
@@ -391,7 +319,7 @@ void frmMain::btnNotes_Click()
     if (m_operations.isRunning()) {
         return;
     }
-    const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
+    const bool onConfiguration = shownTable() == tables::kConfigurationTab;
     m_services.boxes.show(
         {.text = onConfiguration ? notesOnConfiguration() : notesOnKeyboardLanguage(),
          .title = onConfiguration ? "Notes on the Configuration table" : "Notes on the Keyboard Language table",
@@ -400,7 +328,7 @@ void frmMain::btnNotes_Click()
 
 void frmMain::EnableButtons(bool enabled)
 {
-    m_toolbar->enableButtons(enabled);
+    m_face.Toolbar1->enableButtons(enabled);
 }
 
 void frmMain::Hide_All()
@@ -429,11 +357,11 @@ void frmMain::Timer1_Timer()
 // A tab click while the device is in use is carried out when the operation has ended.
 void frmMain::tabMoved()
 {
-    if (m_operations.isRunning() || SSTab1->currentIndex() == m_handledTab) {
+    if (m_operations.isRunning() || m_face.SSTab1->currentIndex() == m_handledTab) {
         return;
     }
     const int previousTab = m_handledTab;
-    m_handledTab = SSTab1->currentIndex();
+    m_handledTab = m_face.SSTab1->currentIndex();
     m_operations.run([this, previousTab] { SSTab1_Click(previousTab); });
 }
 
@@ -442,7 +370,7 @@ void frmMain::SSTab1_Click(int previousTab)
     if (previousTab == tables::kReadTestTab) {
         m_readTest.leave();
     }
-    switch (SSTab1->currentIndex()) {
+    switch (m_face.SSTab1->currentIndex()) {
     case tables::kConfigurationTab:
         showTable(m_live_CFG);
         break;
@@ -450,8 +378,8 @@ void frmMain::SSTab1_Click(int previousTab)
         showTable(m_live_KB);
         break;
     default:
-        m_toolbar->button(ToolbarKey::Retrieve).setEnabled(false);
-        m_toolbar->button(ToolbarKey::Update).setEnabled(false);
+        m_face.Toolbar1->button(ToolbarKey::Retrieve).setEnabled(false);
+        m_face.Toolbar1->button(ToolbarKey::Update).setEnabled(false);
         m_readTest.StartReadTest();
         break;
     }
@@ -459,34 +387,35 @@ void frmMain::SSTab1_Click(int previousTab)
 
 void frmMain::showTable(tables::LiveTable& table)
 {
-    btnNotes->show();
+    m_face.btnNotes->show();
     EnableButtons(true);
     table.reopenEditor();
     showFileName();
 }
 
+tables::Tab frmMain::shownTable() const
+{
+    return m_face.SSTab1->currentIndex() == tables::kConfigurationTab ? tables::kConfigurationTab
+                                                                      : tables::kKeyboardLanguageTab;
+}
+
 void frmMain::showFileName()
 {
-    const bool onConfiguration = SSTab1->currentIndex() == tables::kConfigurationTab;
-    const QString name =
-        platform::pathText(rememberedFile(onConfiguration ? tables::kConfigurationTab : tables::kKeyboardLanguageTab));
-    const QString otherKind = onConfiguration ? QStringLiteral(".txt") : QStringLiteral(".tlc");
-    lblFilename->setText(name);
-    lblFilename->setVisible(!name.isEmpty() && !name.contains(QLatin1Char('*')) &&
-                            !name.endsWith(otherKind, Qt::CaseInsensitive));
+    const tables::Tab tab = shownTable();
+    m_face.lblFilename->showFor(tab, rememberedFile(tab));
 }
 
 void frmMain::forgetCommentsAndFile(tables::Tab tab)
 {
     comments(tab).clear();
     rememberedFile(tab).clear();
-    lblFilename->clear();
-    lblFilename->hide();
+    m_face.lblFilename->clear();
+    m_face.lblFilename->hide();
 }
 
 QPlainTextEdit& frmMain::comments(tables::Tab tab)
 {
-    return (tab == tables::kConfigurationTab ? m_page_CFG : m_page_KB)->comments();
+    return m_face.page(tab).comments();
 }
 
 std::filesystem::path& frmMain::rememberedFile(tables::Tab tab)
@@ -517,18 +446,12 @@ bool frmMain::checkForUnsavedData(tables::Tab tab, const tables::LiveTable& tabl
     if (!table.table().TableChanged) {
         return true;
     }
-    const std::string caption(table.table().kind().caption);
-    const platform::BoxAnswer answer =
-        m_services.boxes.show({.text = caption + " table changed but not saved!\r\nDo you wish to save now?",
-                               .title = caption,
-                               .icon = platform::BoxIcon::Question,
-                               .buttons = platform::BoxButtons::YesNoCancel,
-                               .defaultButton = platform::BoxAnswer::Yes});
+    const platform::BoxAnswer answer = askToSaveChanges(m_services.boxes, table.table().kind());
     if (answer == platform::BoxAnswer::Yes) {
         // The dialog saves the table of the current tab, which need not be the one asked about. Whatever becomes of the
         // dialog, the user has decided to go on.
-        while (SSTab1->currentIndex() != tab) { // leaving the read test lets the user click another tab
-            SSTab1->setCurrentIndex(tab);
+        while (m_face.SSTab1->currentIndex() != tab) { // leaving the read test lets the user click another tab
+            m_face.SSTab1->setCurrentIndex(tab);
         }
         m_fileFlows.SaveTableFileAs();
     }
@@ -594,7 +517,7 @@ void frmMain::operationEnded()
     }
     tabMoved();
     if (wasLost) { // last: nobody may take a broken transfer for a finished one
-        m_status.setFirst(tr("Lost the connection to COM%1").arg(m_link.PortNumber));
+        m_face.StatusBar1.setFirst(tr("Lost the connection to COM%1").arg(m_link.PortNumber));
     }
 }
 

@@ -1,15 +1,10 @@
 #pragma once
 
-#include "app/IdentificationStrip.h"
-#include "app/MainMenu.h"
-#include "app/MainToolbar.h"
+#include "app/MainWindowFace.h"
 #include "app/OpenedWindows.h"
 #include "app/PortSetup.h"
-#include "app/ReadTestPage.h"
 #include "app/RememberedFiles.h"
 #include "app/Services.h"
-#include "app/StatusPanels.h"
-#include "app/TablePage.h"
 #include "app/WindowSides.h"
 #include "device/ReadTest.h"
 #include "device/TableTransfer.h"
@@ -20,10 +15,7 @@
 #include "tables/ui/ConfigurationEditor.h"
 #include "tables/ui/KeyboardLanguageEditor.h"
 
-#include <QLabel>
 #include <QMainWindow>
-#include <QPushButton>
-#include <QTabWidget>
 #include <QTimer>
 
 namespace app {
@@ -67,8 +59,6 @@ public:
     void mnuOpen_Click(tables::Tab tab);
     void mnuSave_Click(tables::Tab tab);
     void mnuSaveAs_Click(tables::Tab tab);
-    // A table file was dropped on the window: opens it on the tab of its kind.
-    void openDroppedFile(const std::filesystem::path& name);
     [[nodiscard]] const RememberedFiles& rememberedFiles() const { return m_files; }
     void rememberFile(tables::Tab tab, const std::filesystem::path& name);
 
@@ -85,15 +75,15 @@ public:
     [[nodiscard]] device::CommandProtocol& protocol() { return m_protocol; }
     [[nodiscard]] device::DriverConnection& connection() { return m_connection; }
     [[nodiscard]] PortSetup& portSetup() { return m_portSetup; }
-    [[nodiscard]] IdentificationStrip& identification() { return *m_identification; }
-    [[nodiscard]] StatusPanels& statusPanels() { return m_status; }
-    [[nodiscard]] MainToolbar& toolbar() { return *m_toolbar; }
+    [[nodiscard]] IdentificationStrip& identification() { return *m_face.identification; }
+    [[nodiscard]] StatusPanels& statusPanels() { return m_face.StatusBar1; }
+    [[nodiscard]] MainToolbar& toolbar() { return *m_face.Toolbar1; }
     // The tab that is in effect: while the device is in use, a click on another one waits.
     [[nodiscard]] int handledTab() const { return m_handledTab; }
-    [[nodiscard]] QTabWidget& tabs() { return *SSTab1; }
+    [[nodiscard]] QTabWidget& tabs() { return *m_face.SSTab1; }
     [[nodiscard]] QPlainTextEdit& comments(tables::Tab tab);
-    [[nodiscard]] ReadTestBox& txtReadTest() { return m_page_ReadTest->txtReadTest(); }
-    [[nodiscard]] QPushButton& notesButton() { return *btnNotes; }
+    [[nodiscard]] ReadTestBox& txtReadTest() { return m_face.page_ReadTest->txtReadTest(); }
+    [[nodiscard]] QPushButton& notesButton() { return *m_face.btnNotes; }
     [[nodiscard]] tables::ConfigurationEditor& editor_CFG() { return *m_editor_CFG; }
     [[nodiscard]] tables::KeyboardLanguageEditor& editor_KB() { return *m_editor_KB; }
 
@@ -112,7 +102,6 @@ protected:
     void dropEvent(QDropEvent* event) override;
 
 private:
-    void buildWindow();
     void connectEverything();
     void buildTables();
     void retrieve();
@@ -121,6 +110,8 @@ private:
     void operationEnded();
     void showTable(tables::LiveTable& table);
     void showFileName();
+    // The table of the tab shown; on the read test the Keyboard Language table, as everywhere where a table is meant.
+    [[nodiscard]] tables::Tab shownTable() const;
     [[nodiscard]] std::filesystem::path& rememberedFile(tables::Tab tab);
     [[nodiscard]] bool selectTabOf(tables::Tab tab);
 
@@ -141,16 +132,7 @@ private:
     files::KeyboardLanguage m_language;
 
     // The window.
-    MainMenu m_menu;
-    MainToolbar* m_toolbar = nullptr;
-    StatusPanels m_status;
-    IdentificationStrip* m_identification = nullptr;
-    QTabWidget* SSTab1 = nullptr;
-    TablePage* m_page_CFG = nullptr;
-    TablePage* m_page_KB = nullptr;
-    ReadTestPage* m_page_ReadTest = nullptr;
-    QLabel* lblFilename = nullptr;
-    QPushButton* btnNotes = nullptr;
+    MainWindowFace m_face;
     QTimer Timer1;
     bool m_isUnloading = false; // the questions of the end are being asked
     bool m_isUnloaded = false;

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "tables/ParamTables.h"
+
+#include <QLabel>
+
+#include <filesystem>
+
+namespace app {
+
+// The name of the file that was last loaded or saved for the table shown.
+class FileNameLabel final : public QLabel
+{
+    Q_OBJECT
+
+public:
+    explicit FileNameLabel(QWidget* parent = nullptr);
+
+    // Hidden when there is no name, when it is only a pattern, and when it ends as the other table's files do.
+    void showFor(tables::Tab tab, const std::filesystem::path& name);
+};
+
+} // namespace app
