@@ -13,8 +13,8 @@
 #include "platform/qt/QtFileDialogs.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "platform/qt/QtPrinter.h"
-#include "platform/qt/QtSerialControl.h"
 #include "platform/qt/QtWindowOrder.h"
+#include "platform/qt/SystemSerialControl.h"
 
 #include <QApplication>
 #include <QStandardPaths>
@@ -56,7 +56,7 @@ int main(int argc, char* argv[])
     QApplication::setDesktopFileName(QStringLiteral("teslin-configure"));
 
     const platform::DosNames dosNames;
-    platform::QtSerialControl MSComm1(dosNames);
+    platform::SystemSerialControl MSComm1(dosNames);
     const std::unique_ptr<platform::DeviceObject> driver = platform::makeDeviceObject(dosNames);
     platform::QtMessageBoxes boxes(platform::toQString(app::kProgramTitle));
     platform::QtFileDialogs fileDialogs;

@@ -10,6 +10,10 @@ target_compile_features(teslin_options INTERFACE cxx_std_20)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(teslin_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
                                                     -Woverloaded-virtual $<$<BOOL:${TESLIN_WERROR}>:-Werror>)
+    # It takes the joining of short strings for a copy onto itself.
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
+        target_compile_options(teslin_options INTERFACE -Wno-restrict)
+    endif()
 elseif(MSVC)
     target_compile_options(teslin_options INTERFACE /utf-8 /W4 $<$<BOOL:${TESLIN_WERROR}>:/WX>)
 endif()

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/Result.h"
+#include "platform/windows/Handle.h"
+#include "platform/windows/Transfer.h"
+
+#include <QObject>
+#include <QTimer>
+#include <QWinEventNotifier>
+
+#include <filesystem>
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+// One serial port, open from construction by open() to close(). Reading never holds the program up: the system tells
+// the event loop of the first byte, and what has come with it is fetched then.
+class SerialPort final : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit SerialPort(QObject* parent = nullptr);
+    ~SerialPort() override;
+
+    // Opens the port raw at 9600 baud, 8 data bits, and throws away what it received before.
+    [[nodiscard]] Result<void> open(const std::filesystem::path& path);
+    void close();
+
+    // Returns when the system has the bytes, or when it has not taken them for as long as a user does not notice; what
+    // is left then is dropped.
+    [[nodiscard]] Result<void> write(std::string_view bytes);
+
+    // Both are called from the event loop. After a failure nothing more is read.
+    void setOnReceived(std::function<void(std::string_view)> handler) { m_onReceived = std::move(handler); }
+    void setOnFailed(std::function<void()> handler) { m_onFailed = std::move(handler); }
+
+private:
+    [[nodiscard]] Result<void> startReading();
+    void goOnReading();
+    void takeWhatCame();
+    // What has come behind the byte that was waited for.
+    [[nodiscard]] std::string fetchRest();
+
+    Handle m_port; // before the transfers that use it
+    Transfer m_reading;
+    QWinEventNotifier m_ended; // the read has ended
+    QTimer m_pause;
+    std::function<void(std::string_view)> m_onReceived;
+    std::function<void()> m_onFailed;
+};
+
+} // namespace platform
