@@ -7,6 +7,9 @@ settings=()
 screen_packages=(xvfb xauth xdotool fonts-dejavu-core)
 test_packages=(poppler-utils)
 package_packages=(dpkg-dev appstream desktop-file-utils lintian man-db)
+# The Windows program, and what runs it here.
+windows_packages=(g++-mingw-w64-x86-64 zip xz-utils)
+wine_packages=(wine wine64 fonts-wine)
 
 # Installs those of the given packages that are missing. Says what to do when it may not.
 need_packages() {
@@ -43,4 +46,26 @@ build_preset() {
         { cat "build/$preset.log"; return 1; }
     cmake --build "build/$preset" "${targets[@]}" >>"build/$preset.log" 2>&1 ||
         { grep -E 'error|FAILED' -A 8 "build/$preset.log" | head -n 60; return 1; }
+}
+
+# The folder of the Qt for Windows that a kit's folder is, or holds as an archive, which is then unpacked below build/.
+windows_kit() {
+    local kit=$1 archive unpacked
+    if [ -d "$kit/lib/cmake/Qt6" ]; then
+        echo "$kit"
+        return 0
+    fi
+    archive=$(find "$kit" -maxdepth 1 -name 'qt-*-mingw.tar.xz' | sort | tail -n 1)
+    if [ -z "$archive" ]; then
+        echo "There is neither a Qt for Windows nor an archive of one in $kit." >&2
+        return 1
+    fi
+    unpacked=$PWD/build/$(basename "$archive" .tar.xz)
+    if [ ! -d "$unpacked/lib/cmake/Qt6" ] || [ "$archive" -nt "$unpacked" ]; then
+        rm -rf "$unpacked"
+        mkdir -p "$unpacked"
+        tar -xJf "$archive" -C "$unpacked" --strip-components=1
+        touch "$unpacked"
+    fi
+    echo "$unpacked"
 }
