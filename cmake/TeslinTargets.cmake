@@ -2,7 +2,9 @@
 #
 #   teslin_ground_floor(NAME SOURCES ... [LINKS ...])   plain C++20, the standard library alone
 #   teslin_upper_floor(NAME SOURCES ... [LINKS ...])    Qt 6 Widgets
-#   teslin_test(NAME SOURCES ... LINKS ... [LAYER ground|widget|window|system] [TIMEOUT seconds])
+#   teslin_test(NAME SOURCES ... LINKS ... [LAYER ground|widget|window|system] [TIMEOUT seconds] [ON_SCREEN])
+#
+# ON_SCREEN is for what only the screen of a real Windows, or of Wine, can show. All other tests need none.
 
 add_library(teslin_options INTERFACE)
 target_include_directories(teslin_options INTERFACE ${PROJECT_SOURCE_DIR})
@@ -23,6 +25,7 @@ if(TESLIN_SANITIZE)
     target_link_options(teslin_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+get_target_property(qt_type Qt6::Core TYPE)
 add_library(teslin_qt_options INTERFACE)
 target_link_libraries(teslin_qt_options INTERFACE teslin_options)
 target_compile_definitions(
@@ -46,7 +49,7 @@ function(teslin_upper_floor name)
 endfunction()
 
 function(teslin_test name)
-    cmake_parse_arguments(ARG "" "LAYER;TIMEOUT" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "ON_SCREEN" "LAYER;TIMEOUT" "SOURCES;LINKS" ${ARGN})
     if(NOT ARG_LAYER)
         set(ARG_LAYER ground)
     endif()
@@ -57,14 +60,31 @@ function(teslin_test name)
     set_target_properties(${name} PROPERTIES AUTOMOC ON RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
     # Tests may write texts as plain literals; the program may not.
     target_link_libraries(${name} PRIVATE teslin_options Qt6::Test ${ARG_LINKS})
-    add_test(NAME ${name} COMMAND ${name})
+    if(MINGW)
+        target_link_options(${name} PRIVATE -s) # Qt is in each of them
+    endif()
+    if(qt_type STREQUAL "STATIC_LIBRARY")
+        qt_import_plugins(${name} INCLUDE Qt6::QOffscreenIntegrationPlugin)
+    endif()
+    # Qt's tests print their reports on Windows where somebody watches, and write them where they are told to.
+    if(WIN32)
+        add_test(NAME ${name} COMMAND ${name} -o ${CMAKE_BINARY_DIR}/tests/${name}.log,txt)
+    else()
+        add_test(NAME ${name} COMMAND ${name})
+    endif()
     # The reader has 150 ms to answer; the real programs are tried with the machine to themselves.
     if(ARG_LAYER STREQUAL "system")
         set_tests_properties(${name} PROPERTIES RUN_SERIAL ON)
     endif()
-    set_tests_properties(
-        ${name}
-        PROPERTIES LABELS ${ARG_LAYER}
-                   TIMEOUT ${ARG_TIMEOUT}
-                   ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LANG=C.UTF-8;ASAN_OPTIONS=detect_leaks=0")
+    set(environment LANG=C.UTF-8 ASAN_OPTIONS=detect_leaks=0)
+    if(WIN32 AND ARG_ON_SCREEN)
+        list(APPEND environment QT_QPA_PLATFORM=windows)
+    else()
+        list(APPEND environment QT_QPA_PLATFORM=offscreen)
+    endif()
+    if(WIN32 AND CMAKE_CROSSCOMPILING)
+        # Without a screen Qt knows no fonts there but those of a folder.
+        list(APPEND environment QT_QPA_FONTDIR=/usr/share/fonts/truetype/dejavu)
+    endif()
+    set_tests_properties(${name} PROPERTIES LABELS ${ARG_LAYER} TIMEOUT ${ARG_TIMEOUT} ENVIRONMENT "${environment}")
 endfunction()

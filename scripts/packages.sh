@@ -9,7 +9,7 @@ test_packages=(poppler-utils)
 package_packages=(dpkg-dev appstream desktop-file-utils lintian man-db)
 # The Windows program, and what runs it here.
 windows_packages=(g++-mingw-w64-x86-64 zip xz-utils)
-wine_packages=(wine wine64 fonts-wine)
+wine_packages=(wine wine64 fonts-wine fonts-liberation)
 
 # Installs those of the given packages that are missing. Says what to do when it may not.
 need_packages() {

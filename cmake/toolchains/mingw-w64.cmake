@@ -32,3 +32,6 @@ list(APPEND CMAKE_TRY_COMPILE_PLATFORM_VARIABLES QT_WINDOWS_KIT QT_HOST_PATH QT_
 
 # One file that runs anywhere: the compiler's own libraries are in it.
 set(CMAKE_EXE_LINKER_FLAGS_INIT -static)
+
+# What is built runs under Wine, on a Windows of its own below the build folder.
+set(CMAKE_CROSSCOMPILING_EMULATOR ${CMAKE_CURRENT_LIST_DIR}/../../scripts/under-wine;${CMAKE_BINARY_DIR}/wine)

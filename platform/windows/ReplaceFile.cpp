@@ -17,6 +17,13 @@ namespace fs = std::filesystem;
 constexpr DWORD kShareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t kPiece = 65536;
 
+// Some file systems know the mark and open the file all the same.
+bool isMarkedReadOnly(const fs::path& path)
+{
+    const DWORD attributes = ::GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0;
+}
+
 Handle openExisting(const fs::path& path, DWORD access)
 {
     return Handle(
@@ -160,6 +167,9 @@ Result<void> replaceFile(const fs::path& path, std::string_view bytes)
     if (!isThere(real)) {
         return writeBeside(real, bytes);
     }
+    if (isMarkedReadOnly(real)) {
+        return systemError(ERROR_ACCESS_DENIED);
+    }
     Handle file = openExisting(real, GENERIC_WRITE);
     if (!file.isOpen()) {
         return lastSystemError();
@@ -168,6 +178,10 @@ Result<void> replaceFile(const fs::path& path, std::string_view bytes)
         return writeAll(file, bytes);
     }
     file.close();
+    // What another program has open and does not let go has to stay where it is.
+    if (!openExisting(real, DELETE).isOpen()) {
+        return writeInPlace(real, bytes);
+    }
     Result<void> replaced = writeBeside(real, bytes);
     if (!replaced && isRefusalOfTheFolder(replaced.error())) {
         return writeInPlace(real, bytes);
@@ -185,7 +199,7 @@ bool canReplaceFile(const fs::path& path)
         return allowsNewFiles(real.parent_path());
     }
     const Handle file = openExisting(real, GENERIC_WRITE);
-    return file.isOpen() && isPlainFile(file);
+    return file.isOpen() && isPlainFile(file) && !isMarkedReadOnly(real);
 }
 
 } // namespace platform

@@ -8,3 +8,5 @@
 #define NOMINMAX
 #endif
 #include <windows.h>
+
+#undef MessageBox // the program has one of its own

@@ -1,5 +1,6 @@
 #include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/SystemFailures.h"
 
 #include <QApplication>
 #include <QDropEvent>
@@ -324,8 +325,7 @@ private slots:
         f.press("KEY_SAVE");
         QCOMPARE(f.beep.count, 1);
         QCOMPARE(f.boxes.lastText(),
-                 "Unable to save file: \"" + missing.string() +
-                     "\" because No such file or directory (error number: " + std::to_string(ENOENT) + ").");
+                 "Unable to save file: \"" + missing.string() + "\" because " + reasonOf(kNoFolder));
         QCOMPARE(f.boxes.shown[0].icon, BoxIcon::Exclamation);
         QCOMPARE(f.table_CFG().cell(9, 0), "XXX");
         QVERIFY(f.table_CFG().TableChanged);
@@ -369,8 +369,7 @@ private slots:
         f.boxes.expect(BoxAnswer::Yes); // it exists
         f.boxes.expect(BoxAnswer::Ok);
         f.press("KEY_SAVE");
-        QVERIFY(f.boxes.lastText().find("because Is a directory (error number: " + std::to_string(EISDIR) + ").") !=
-                std::string::npos);
+        QVERIFY(f.boxes.lastText().find("because " + reasonOf(kIsAFolder)) != std::string::npos);
     }
 
     // Yes at the question saves the table that was asked about, whichever tab is shown.

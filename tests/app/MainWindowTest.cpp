@@ -114,7 +114,7 @@ private slots:
     void withoutADriverItBeepsTellsAndGoesOn()
     {
         MainWindowFixture f;
-        QVERIFY(QFile::remove(f.folder.filePath(QStringLiteral("dos/c:/Windows/system32/drivers/Teslin.sys"))));
+        QVERIFY(QFile::remove(f.driverFile()));
         bool windowWasHidden = false;
         f.boxes.expect(BoxAnswer::Ok, [&] { windowWasHidden = !f.window->isVisible(); });
         f.start();

@@ -6,6 +6,7 @@
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/SystemFailures.h"
 #include "tests/support/TextToString.h"
 
 #include <QAction>
@@ -128,7 +129,7 @@ std::vector<Situation> startAndHelp()
     return {
         {"no driver file",
          [](MainWindowFixture& f) {
-             QVERIFY(QFile::remove(f.folder.filePath("dos/c:/Windows/system32/drivers/Teslin.sys")));
+             QVERIFY(QFile::remove(f.driverFile()));
              f.start();
          },
          {{notice("The Teslin KSD driver needs to be loaded before this program will work.  You may look at the "
@@ -299,7 +300,8 @@ std::vector<Situation> savingFiles()
            BoxAnswer::Cancel}}},
         {"a file that cannot be written",
          [](MainWindowFixture& f) { saveAs(f, platform::toPath(f.folder.filePath("missing/shop.tlc"))); },
-         {{notice("Unable to save file: \"{}/missing/shop.tlc\" because No such file or directory (error number: 2).",
+         {{notice("Unable to save file: \"{}/missing/shop.tlc\" because " +
+                      testsupport::reasonOf(testsupport::kNoFolder),
                   kTitle, BoxIcon::Exclamation)}}},
     };
 }

@@ -74,7 +74,7 @@ private slots:
     void theSplashStandsWhileTheProgramStarts()
     {
         MainWindowFixture f;
-        QVERIFY(QFile::remove(f.folder.filePath("dos/c:/Windows/system32/drivers/Teslin.sys")));
+        QVERIFY(QFile::remove(f.driverFile()));
         bool splash = false;
         bool mainWindow = true;
         f.boxes.expect(BoxAnswer::Ok, [&] {

@@ -33,7 +33,7 @@ inline void writeBytes(const std::filesystem::path& path, std::string_view bytes
     file << bytes;
     file.close();
     if (!file) {
-        qFatal("cannot write %s", path.c_str());
+        qFatal("cannot write %s", path.string().c_str());
     }
 }
 

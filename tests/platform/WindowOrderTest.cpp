@@ -33,7 +33,9 @@ private slots:
         m_order.SetWindowPos(window, kTopmost, kKeepSizeAndPlace);
         QVERIFY(!window.isVisible());
         QVERIFY(isTopmost(window));
+#ifndef Q_OS_WIN
         QVERIFY(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+#endif
     }
 
     void aVisibleWindowKeepsItsPlaceAndSizeAndStaysVisible_data()
@@ -55,7 +57,9 @@ private slots:
         QVERIFY(window.isVisible());
         QCOMPARE(window.geometry(), QRect(40, 50, 300, 200));
         QCOMPARE(isTopmost(window), topmost);
+#ifndef Q_OS_WIN
         QCOMPARE(window.windowFlags().testFlag(Qt::WindowStaysOnTopHint), topmost);
+#endif
     }
 
     void theTopOfTheOrdinaryWindowsTakesNothingAway()

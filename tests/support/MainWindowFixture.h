@@ -14,6 +14,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QToolButton>
@@ -38,9 +39,8 @@ class MainWindowFixture
 public:
     MainWindowFixture()
     {
-        QDir(folder.path()).mkpath(QStringLiteral("dos/c:/Windows/system32/drivers"));
-        QFile driverFile(folder.filePath(QStringLiteral("dos/c:/Windows/system32/drivers/Teslin.sys")));
-        driverFileExists = driverFile.open(QIODevice::WriteOnly);
+        QFile file(driverFile());
+        driverFileExists = QDir().mkpath(QFileInfo(file).path()) && file.open(QIODevice::WriteOnly);
         reader.answers = [this](const std::string& command) { return model.answerTo(command); };
     }
 
@@ -70,6 +70,17 @@ public:
         return *window;
     }
 
+    // On the drive C of this test; on Windows there is but one.
+    [[nodiscard]] QString driverFile() const
+    {
+#ifdef Q_OS_WIN
+        const QString drive = QStringLiteral("C:");
+#else
+        const QString drive = folder.filePath(QStringLiteral("dos/c:"));
+#endif
+        return drive + QStringLiteral("/Windows/system32/drivers/Teslin.sys");
+    }
+
     [[nodiscard]] std::filesystem::path settingsFile() const
     {
         return platform::toPath(folder.filePath(QStringLiteral("TeslinConfigure.INI")));
@@ -80,10 +91,22 @@ public:
     {
         return window->findChild<Control*>(QLatin1String(name));
     }
-    [[nodiscard]] QString textOf(const char* label) const { return find<QLabel>(label)->text(); }
-    void press(const char* key) const { QTest::mouseClick(find<QToolButton>(key), Qt::LeftButton); }
-    [[nodiscard]] tables::ParamTable& table_CFG() const { return window->paramTables().CFG.table(); }
-    [[nodiscard]] tables::ParamTable& table_KB() const { return window->paramTables().KB.table(); }
+    [[nodiscard]] QString textOf(const char* label) const
+    {
+        return find<QLabel>(label)->text();
+    }
+    void press(const char* key) const
+    {
+        QTest::mouseClick(find<QToolButton>(key), Qt::LeftButton);
+    }
+    [[nodiscard]] tables::ParamTable& table_CFG() const
+    {
+        return window->paramTables().CFG.table();
+    }
+    [[nodiscard]] tables::ParamTable& table_KB() const
+    {
+        return window->paramTables().KB.table();
+    }
 
     int tickMilliseconds = 1; // 0: ticks come from the test
     QTemporaryDir folder;
