@@ -5,10 +5,9 @@
 namespace app {
 
 FileNameLabel::FileNameLabel(QWidget* parent)
-    : QLabel(parent)
+    : ShortenedLabel(Qt::ElideMiddle, parent)
 {
     setObjectName(QStringLiteral("lblFilename"));
-    setTextFormat(Qt::PlainText);
     hide();
 }
 

@@ -1,15 +1,14 @@
 #pragma once
 
+#include "app/ShortenedLabel.h"
 #include "tables/ParamTables.h"
-
-#include <QLabel>
 
 #include <filesystem>
 
 namespace app {
 
 // The name of the file that was last loaded or saved for the table shown.
-class FileNameLabel final : public QLabel
+class FileNameLabel final : public ShortenedLabel
 {
     Q_OBJECT
 

@@ -1,5 +1,6 @@
 #include "app/IdentificationStrip.h"
 
+#include "app/ShortenedLabel.h"
 #include "platform/qt/AnsiText.h"
 
 #include <QHBoxLayout>
@@ -41,6 +42,7 @@ IdentificationStrip::IdentificationStrip(QWidget* parent)
     for (const Entry& shown : m_entries) {
         row->addWidget(shown.title);
         row->addWidget(shown.value);
+        shown.title->setMinimumWidth(shown.title->sizeHint().width()); // only the values give way
         shown.title->hide();
         shown.value->hide();
     }
@@ -55,9 +57,9 @@ IdentificationStrip::IdentificationStrip(QWidget* parent)
 
 QLabel* IdentificationStrip::makeLabel(const char* name, const QString& text)
 {
-    auto* label = new QLabel(text, this);
+    auto* label = new ShortenedLabel(Qt::ElideRight, this); // drivers may say a lot
     label->setObjectName(QLatin1String(name));
-    label->setTextFormat(Qt::PlainText);
+    label->setText(text);
     // A reply shown whole may carry its line end; only its first line is to be seen, where a single line would stand.
     label->setFixedHeight(label->fontMetrics().height());
     label->setAlignment(Qt::AlignLeft | Qt::AlignTop);

@@ -484,6 +484,33 @@ private slots:
         QVERIFY(!shown->isVisible());
     }
 
+    // A deep folder, or a driver that says a lot, must not make the window wider than the screen.
+    void longTextsDoNotWidenTheWindow()
+    {
+        MainWindowFixture f;
+        f.start();
+        const QSize size = f.window->size();
+        const std::string deep = "/" + std::string(400, 'x') + "/shop.tlc";
+        f.window->rememberFile(kConfigurationTab, deep);
+        for (const device::Identification which :
+             {device::Identification::Driver, device::Identification::Firmware, device::Identification::Copyright}) {
+            f.window->identification().setCaption(which, std::string(2000, 'x'));
+            f.window->identification().showValueAndTitle(which, true);
+        }
+        f.window->identification().setLanguage(std::string(500, 'x'));
+        QCOMPARE(f.textOf("lblFilename"), QString::fromStdString(deep));
+        QVERIFY(f.find<QLabel>("lblFilename")->isVisible());
+        QCoreApplication::processEvents();
+        QCOMPARE(f.window->size(), size);
+        QVERIFY2(f.window->minimumSizeHint().width() <= 1024,
+                 qPrintable(QString::number(f.window->minimumSizeHint().width())));
+        // What stands behind them is still there.
+        const auto* lamp = f.find<QWidget>("shpRecv");
+        QVERIFY(f.window->rect().contains(QRect(lamp->mapTo(f.window.get(), QPoint()), lamp->size())));
+        const auto* notes = f.find<QWidget>("btnNotes");
+        QVERIFY(f.window->rect().contains(QRect(notes->mapTo(f.window.get(), QPoint()), notes->size())));
+    }
+
     void fitsASmallScreen()
     {
         MainWindowFixture f;
