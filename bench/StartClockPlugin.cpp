@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <ctime>
 
 // Tells on standard output when a program's main window is on the screen for the first time, in microseconds since
 // 1970:
@@ -28,8 +29,11 @@ public:
         if (event->type() == QEvent::Expose && isOfMainWindow(watched)) {
             QCoreApplication::instance()->removeEventFilter(this);
             const auto now = std::chrono::system_clock::now().time_since_epoch();
-            std::printf("%lld\n",
-                        static_cast<long long>(std::chrono::duration_cast<std::chrono::microseconds>(now).count()));
+            timespec spent{};
+            clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &spent);
+            std::printf("%lld %lld\n",
+                        static_cast<long long>(std::chrono::duration_cast<std::chrono::microseconds>(now).count()),
+                        static_cast<long long>(spent.tv_sec) * 1'000'000 + spent.tv_nsec / 1000);
             std::fflush(stdout);
         }
         return false;
