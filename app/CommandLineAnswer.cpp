@@ -36,7 +36,8 @@ Files:
   TeslinConfigure.INI
                the settings: the driver's name, the port and where the window
                was. Beside the program when that folder can be written, else in
-               the user's folder for settings, ~/.config.
+               the user's folder for settings,
+               ~/.config/TeslinConfigure.
   Languages.txt
                the names of the keyboard layouts, beside the program or where
                it was installed. Without it layouts have no names.

@@ -69,7 +69,7 @@ int main(int argc, char* argv[])
     platform::QtWindowOrder windowOrder;
     const std::filesystem::path program = platform::toPath(QApplication::applicationFilePath());
     const std::filesystem::path configFolder =
-        platform::toPath(QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation));
+        platform::toPath(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
     platform::ProfileStrings settings(app::settingsFile(program, configFolder), platform::settingsFileBeside(program));
 
     app::frmMain frmMain({.MSComm1 = MSComm1,

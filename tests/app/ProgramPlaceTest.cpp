@@ -64,14 +64,15 @@ private slots:
 
     void settingsBesideTheProgram()
     {
-        QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), at("home/.config")), at("bin/TeslinConfigure.INI"));
+        QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), at("home/.config/TeslinConfigure")),
+                 at("bin/TeslinConfigure.INI"));
     }
 
     void settingsOfAnInstalledProgram()
     {
         lay("share/teslin-configure/Languages.txt", "");
-        QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), at("home/.config")),
-                 at("home/.config/TeslinConfigure.INI"));
+        QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), at("home/.config/TeslinConfigure")),
+                 at("home/.config/TeslinConfigure/TeslinConfigure.INI"));
         // Without a folder of the user's own.
         QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), {}), at("bin/TeslinConfigure.INI"));
         QVERIFY(!fs::exists(at("home")));
