@@ -25,7 +25,7 @@ if(TESLIN_SANITIZE)
     target_link_options(teslin_options INTERFACE -fsanitize=address,undefined)
 endif()
 
-get_target_property(qt_type Qt6::Core TYPE)
+get_target_property(qt_type Qt6::Core TYPE) # a static one brings its plugins into every program
 add_library(teslin_qt_options INTERFACE)
 target_link_libraries(teslin_qt_options INTERFACE teslin_options)
 target_compile_definitions(

@@ -15,7 +15,12 @@ SimulatorProcess::Outcome outcomeOf(QProcess& process)
 } // namespace
 
 SimulatorProcess::SimulatorProcess(const QString& root)
+    : SimulatorProcess(root, root + QStringLiteral("/dos"))
+{}
+
+SimulatorProcess::SimulatorProcess(const QString& root, const QString& folder)
     : m_root(root)
+    , m_folder(folder)
 {}
 
 SimulatorProcess::~SimulatorProcess()

@@ -33,6 +33,8 @@ public:
 
     // Uses, and does not make, root/dos as the folder and root/wire.log as the log.
     explicit SimulatorProcess(const QString& root);
+    // The same with another folder.
+    SimulatorProcess(const QString& root, const QString& folder);
     ~SimulatorProcess(); // kills what still runs
 
     // Starts it with further arguments and waits for its ready line; false when that does not come.
@@ -46,7 +48,7 @@ public:
 
     [[nodiscard]] qint64 processId() const { return m_process.processId(); }
     [[nodiscard]] QByteArray readyLine() const { return m_readyLine; }
-    [[nodiscard]] QString folder() const { return m_root + QStringLiteral("/dos"); }
+    [[nodiscard]] QString folder() const { return m_folder; }
     [[nodiscard]] QString entry(const QString& name) const { return folder() + QLatin1Char('/') + name; }
     [[nodiscard]] QString logFile() const { return m_root + QStringLiteral("/wire.log"); }
 
@@ -57,6 +59,7 @@ public:
 
 private:
     QString m_root;
+    QString m_folder;
     QProcess m_process;
     QByteArray m_readyLine;
 };

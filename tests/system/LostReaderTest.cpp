@@ -60,7 +60,7 @@ private:
         QVERIFY(desk.press(key));
         QTRY_COMPARE_WITH_TIMEOUT(
             program.box(),
-            boxOf(u"Teslin Configure"_s, u"critical"_s, u"OK*"_s, u"Could not open COM5, No such file or directory"_s),
+            boxOf(u"Teslin Configure"_s, u"critical"_s, u"OK*"_s, u"Could not open COM5, "_s + Machine::noSuchFile()),
             kAtOnce);
         QVERIFY(program.act(u"press OK"_s));
         QTRY_VERIFY_WITH_TIMEOUT(program.isIdle(), kAtOnce);

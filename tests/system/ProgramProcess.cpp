@@ -5,7 +5,6 @@
 
 #include <QDeadlineTimer>
 #include <QFile>
-#include <QFileInfo>
 #include <QTest>
 
 #include <csignal>
@@ -21,28 +20,20 @@ namespace {
 
 constexpr int kColumns = 4;
 
-QProcessEnvironment environment(const QString& folder, const QString& names)
+// Nothing of the user's own comes in, and nothing of the test goes there.
+QProcessEnvironment withoutUser(QProcessEnvironment variables, const QString& folder)
 {
-    QProcessEnvironment variables = QProcessEnvironment::systemEnvironment();
-    const auto set = [&variables](const char* name, const QString& value) {
-        variables.insert(QString::fromLatin1(name), value);
-    };
-    set("TESLIN_DOSDEVICES", names);
-    set("QT_QPA_PLATFORM", u"offscreen"_s);
-    set("QT_QPA_GENERIC_PLUGINS", u"windowdriver"_s);
-    set("QT_PLUGIN_PATH", QStringLiteral(TESLIN_PLUGINS));
-    // Nothing of the user's own comes in, and nothing of the test goes there.
     for (const char* const home : {"HOME", "XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME", "XDG_RUNTIME_DIR"}) {
-        set(home, folder);
+        variables.insert(QString::fromLatin1(home), folder);
     }
     return variables;
 }
 
 } // namespace
 
-ProgramProcess::ProgramProcess(QString folder, QString names)
+ProgramProcess::ProgramProcess(QString folder, const Machine& machine)
     : m_folder(std::move(folder))
-    , m_names(std::move(names))
+    , m_machine(machine)
 {
     // A test that is itself killed leaves nothing behind.
     m_process.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGKILL); });
@@ -61,19 +52,15 @@ QString ProgramProcess::builtExecutable()
     return QStringLiteral(TESLIN_CONFIGURE);
 }
 
-QString ProgramProcess::executable() const
-{
-    return m_folder + u'/' + QFileInfo(builtExecutable()).fileName();
-}
-
 QString ProgramProcess::settingsFile() const
 {
-    return m_folder + u'/' + QFileInfo(executable()).completeBaseName() + u".INI"_s;
+    return m_folder + u"/TeslinConfigure.INI"_s;
 }
 
 bool ProgramProcess::start(const Setup& setup)
 {
-    if (!QFile::exists(executable()) && !QFile::copy(builtExecutable(), executable())) {
+    const QString executable = m_machine.install(m_folder);
+    if (executable.isEmpty()) {
         return false;
     }
     if (!setup.settings.isEmpty()) {
@@ -82,8 +69,8 @@ bool ProgramProcess::start(const Setup& setup)
             return false;
         }
     }
-    const QStringList command = setup.launcher + QStringList(executable()) + setup.arguments;
-    m_process.setProcessEnvironment(environment(m_folder, m_names));
+    const QStringList command = setup.launcher + Machine::command(executable, setup.arguments);
+    m_process.setProcessEnvironment(withoutUser(m_machine.environment(), m_folder));
     m_process.setWorkingDirectory(m_folder);
     m_process.start(command.front(), command.mid(1));
     return m_process.waitForStarted(kStart) && act(u"windows"_s);

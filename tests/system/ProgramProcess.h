@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/system/Machine.h"
+
 #include <QByteArray>
 #include <QList>
 #include <QProcess>
@@ -20,8 +22,8 @@ public:
         QStringList launcher = {}; // a command that runs the program, such as one that changes the user
     };
 
-    // Uses, and does not make, the folder; names is the folder of DOS names for the program.
-    ProgramProcess(QString folder, QString names);
+    // Uses, and does not make, the folder. The machine outlives the program.
+    ProgramProcess(QString folder, const Machine& machine);
     ~ProgramProcess(); // kills what still runs
 
     // The program where it was built, for runs without a window.
@@ -61,13 +63,13 @@ public:
     [[nodiscard]] qint64 processorTime() const;
 
     [[nodiscard]] QString settingsFile() const;
+    [[nodiscard]] QString folder() const { return m_folder; }
 
 private:
-    [[nodiscard]] QString executable() const;
     [[nodiscard]] bool answer(const QString& command, QString& text);
 
     QString m_folder;
-    QString m_names;
+    const Machine& m_machine;
     QProcess m_process;
 };
 

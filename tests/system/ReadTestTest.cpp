@@ -103,7 +103,7 @@ private slots:
         QTest::newRow("no device object") << u"teslin"_s
                                           << u"Was unable to open the Teslin Device Driver.  Check to see if the "
                                              "driver is installed and the Teslin is attached"_s;
-        QTest::newRow("no port") << u"com5"_s << u"Could not open COM5, No such file or directory"_s;
+        QTest::newRow("no port") << u"com5"_s << u"Could not open COM5, "_s + Machine::noSuchFile();
     }
     // One box, a test that still shows keys, and a way out on which nothing is said or sent.
     void deadLink()
@@ -140,7 +140,7 @@ private slots:
         QVERIFY(program.act(u"clicktab SSTab1 1"_s));
         QTRY_COMPARE_WITH_TIMEOUT(
             program.box(),
-            boxOf(u"Teslin Configure"_s, u"critical"_s, u"OK*"_s, u"Could not open COM5, No such file or directory"_s),
+            boxOf(u"Teslin Configure"_s, u"critical"_s, u"OK*"_s, u"Could not open COM5, "_s + Machine::noSuchFile()),
             kAtOnce);
         QVERIFY(program.act(u"press OK"_s));
         verifyLeft(fixture, u"grdKB"_s);

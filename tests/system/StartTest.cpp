@@ -213,7 +213,7 @@ private slots:
     {
         SystemFixture desk;
         QVERIFY(desk.startReader());
-        QVERIFY(QFile::remove(desk.reader().entry(u"c:/Windows/system32/drivers/Teslin.sys"_s)));
+        QVERIFY(QFile::remove(desk.machine().driverFile()));
         QVERIFY(desk.startProgram());
         ProgramProcess& program = desk.program();
         QTRY_VERIFY_WITH_TIMEOUT(!program.box().isEmpty(), kStart);

@@ -33,8 +33,9 @@ QString madeFolder(const QTemporaryDir& parent, const char* name)
 } // namespace
 
 SystemFixture::SystemFixture()
-    : m_reader(madeFolder(m_folder, "reader"))
-    , m_program(madeFolder(m_folder, "program"), m_reader.folder())
+    : m_machine(m_folder.path())
+    , m_reader(madeFolder(m_folder, "reader"), m_machine.names())
+    , m_program(madeFolder(m_folder, "program"), m_machine)
 {}
 
 QString SystemFixture::path(const char* name) const
@@ -49,6 +50,9 @@ bool SystemFixture::start(const QByteArray& memory, const QStringList& faults, c
 
 bool SystemFixture::startReader(const QByteArray& memory, const QStringList& faults)
 {
+    if (!m_machine.setUp()) {
+        return false;
+    }
     QStringList options = {u"--save-memory"_s, path("memory-at-end")};
     if (!memory.isEmpty()) {
         if (!writeFile(path("memory"), memory)) {

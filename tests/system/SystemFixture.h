@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/simulator/SimulatorProcess.h"
+#include "tests/system/Machine.h"
 #include "tests/system/ProgramProcess.h"
 
 #include <QByteArrayList>
@@ -21,7 +22,10 @@ public:
 
     // The two halves, for surroundings that are bad from the beginning.
     [[nodiscard]] bool startReader(const QByteArray& memory = {}, const QStringList& faults = {});
-    [[nodiscard]] bool startProgram(const ProgramProcess::Setup& setup = {}) { return m_program.start(setup); }
+    [[nodiscard]] bool startProgram(const ProgramProcess::Setup& setup = {})
+    {
+        return m_machine.setUp() && m_program.start(setup);
+    }
     [[nodiscard]] bool waitForWindow();
 
     // The reader goes without a word. Its names go too: the system gives the number of a terminal that is gone to the
@@ -31,6 +35,7 @@ public:
     // Lets every user of the machine into the folders of this desk.
     [[nodiscard]] bool openToEverybody();
 
+    [[nodiscard]] const Machine& machine() const { return m_machine; }
     [[nodiscard]] SimulatorProcess& reader() { return m_reader; }
     [[nodiscard]] ProgramProcess& program() { return m_program; }
 
@@ -50,6 +55,7 @@ private:
     [[nodiscard]] QString path(const char* name) const;
 
     QTemporaryDir m_folder;
+    Machine m_machine;
     SimulatorProcess m_reader;
     ProgramProcess m_program;
 };

@@ -2,7 +2,6 @@
 
 #include <QByteArray>
 #include <QObject>
-#include <QSocketNotifier>
 
 namespace windowdriver {
 
@@ -16,11 +15,10 @@ public:
     explicit WindowDriver(QObject* parent = nullptr);
 
 private:
-    void readCommands();
-    void answer(const QByteArray& line);
+    void carryOutLines(const QByteArray& bytes);
 
-    QSocketNotifier m_input;
     QByteArray m_unfinished;
+    bool m_isHeard = true; // nobody drives any more once an answer is not taken; the program is the user's then
 };
 
 } // namespace windowdriver
