@@ -47,7 +47,6 @@ OpenedWindows::OpenedWindows(frmMain& window)
           window.link(), window.operations(), window.connection(), window.portSetup(), window.services().boxes,
           [&window] { SaveProgramConfig(window.services().settings, window.link(), window.portSetup(), window); },
           &window)
-    , m_singleField(m_singleSetting, window.services().windowOrder, &window)
     , m_pleaseWait(window.services().windowOrder, &window)
 {}
 
@@ -60,7 +59,10 @@ void OpenedWindows::showOptions()
 
 void OpenedWindows::showSingleField()
 {
-    m_singleField.showInFront();
+    if (!m_singleField) {
+        m_singleField.emplace(m_singleSetting, m_window.services().windowOrder, &m_window);
+    }
+    m_singleField->showInFront();
 }
 
 void OpenedWindows::showAbout()
@@ -101,7 +103,9 @@ void OpenedWindows::hidePleaseWait()
 void OpenedWindows::hideAll()
 {
     m_options.hide();
-    m_singleField.hide();
+    if (m_singleField) {
+        m_singleField->hide();
+    }
     m_pleaseWait.unload();
     if (m_about != nullptr) {
         m_about->hide();

@@ -5,6 +5,8 @@
 #include "app/frmPleaseWait.h"
 #include "device/SingleSetting.h"
 
+#include <optional>
+
 namespace app {
 
 class frmAbout;
@@ -54,7 +56,7 @@ private:
     SingleSettingSide m_side;
     device::SingleSetting m_singleSetting;
     frmOptions m_options;
-    dlgSingleField m_singleField;
+    std::optional<dlgSingleField> m_singleField; // built when it is first opened
     frmPleaseWait m_pleaseWait;
     frmAbout* m_about = nullptr; // while a call of showAbout() waits for it
 };

@@ -9,7 +9,7 @@ namespace app {
 // Makes the program's pictures known by their names below ":/pictures/". Does no harm a second time.
 void loadPictures();
 
-// In the usual sizes from 16 to 256 pixels.
+// In the sizes that windows and taskbars show, 16 to 64 pixels.
 [[nodiscard]] QIcon productPicture();
 
 // Shows the picture in a label, as sharp as its screen allows. The size is in logical pixels.

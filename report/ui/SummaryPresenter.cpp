@@ -10,16 +10,21 @@
 namespace report {
 
 SummaryPresenter::SummaryPresenter(SummaryServices services)
-    : m_window(std::move(services))
+    : m_services(std::move(services))
 {}
+
+frmSummary& SummaryPresenter::window()
+{
+    return m_window ? *m_window : m_window.emplace(m_services);
+}
 
 void SummaryPresenter::show(Summary summary, const TableAccess& table, const SummaryFacts& facts)
 {
-    m_window.open();
+    window().open();
     if (summary == Summary::Configuration) {
-        m_window.showReport(frmSummary::tr("Configuration Summary"), summary_CFG(table, facts));
+        window().showReport(frmSummary::tr("Configuration Summary"), summary_CFG(table, facts));
     } else {
-        m_window.showReport(frmSummary::tr("Keyboard Language Summary"), summary_KB(table, facts));
+        window().showReport(frmSummary::tr("Keyboard Language Summary"), summary_KB(table, facts));
     }
     if (!m_isWaiting) {
         waitUntilClosed();
@@ -30,17 +35,19 @@ void SummaryPresenter::waitUntilClosed()
 {
     m_isWaiting = true;
     QEventLoop untilClosed;
-    QObject::connect(&m_window, &frmSummary::unloaded, &untilClosed, &QEventLoop::quit);
+    QObject::connect(&window(), &frmSummary::unloaded, &untilClosed, &QEventLoop::quit);
     // Reading the table runs events, in which the window may have been closed already. It may also be closed and opened
     // again while another wait keeps this one from going on. No loop runs any more when the program ends.
-    while (m_window.isVisible() && untilClosed.exec() == 0) {
+    while (window().isVisible() && untilClosed.exec() == 0) {
     }
     m_isWaiting = false;
 }
 
 void SummaryPresenter::close()
 {
-    m_window.close();
+    if (m_window) {
+        m_window->close();
+    }
 }
 
 } // namespace report

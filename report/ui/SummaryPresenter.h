@@ -3,6 +3,8 @@
 #include "report/SummaryFacts.h"
 #include "report/ui/frmSummary.h"
 
+#include <optional>
+
 namespace report {
 
 enum class Summary { Configuration, KeyboardLanguage };
@@ -24,7 +26,11 @@ public:
 private:
     void waitUntilClosed();
 
-    frmSummary m_window;
+    // The window is built when it is first needed, so that the program starts faster.
+    frmSummary& window();
+
+    SummaryServices m_services;
+    std::optional<frmSummary> m_window;
     bool m_isWaiting = false;
 };
 
