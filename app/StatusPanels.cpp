@@ -28,7 +28,8 @@ StatusPanels::StatusPanels(QStatusBar& bar)
         panel->setFixedHeight(panel->fontMetrics().height() + 6);
         // A reply shown whole may carry its line end; its first line is the one to be seen.
         panel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        panel->setContentsMargins(2, 1, 2, 0);
+        panel->setMargin(1);
+        panel->setIndent(3);
         bar.addWidget(panel, stretch);
         return panel;
     };
