@@ -23,8 +23,6 @@
 
 namespace app {
 
-using platform::toQString;
-
 frmMain::frmMain(const Services& services)
     : m_services(services)
     , m_table_CFG(tables::configurationKind())
