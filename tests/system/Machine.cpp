@@ -51,6 +51,8 @@ Machine::~Machine()
         static_cast<void>(run(wineTool(u"wineserver"_s), {u"-k"_s}, environment()));
         static_cast<void>(run(wineTool(u"wineserver"_s), {u"-w"_s}, environment()));
     }
+    m_screen.kill();
+    m_screen.waitForFinished(kStart);
 }
 
 bool Machine::isWindows()
@@ -66,6 +68,20 @@ bool Machine::setUp()
     return run(QStringLiteral(TESLIN_SCRIPTS "/wine-prefix"),
                {prefix(), u"like"_s, qEnvironmentVariable("TESLIN_WINDOWS_LIKE")},
                QProcessEnvironment::systemEnvironment());
+}
+
+bool Machine::startScreen()
+{
+    m_screen.setStandardErrorFile(QProcess::nullDevice());
+    m_screen.start(u"Xvfb"_s, {u"-displayfd"_s, u"1"_s, u"-screen"_s, u"0"_s, u"1280x1024x24"_s, u"-nolisten"_s,
+                               u"tcp"_s, u"-noreset"_s});
+    while (!m_screen.canReadLine()) {
+        if (!m_screen.waitForReadyRead(kStart)) {
+            return false;
+        }
+    }
+    m_display = u':' + QString::fromLatin1(m_screen.readLine()).trimmed();
+    return true;
 }
 
 QString Machine::names() const
@@ -105,12 +121,16 @@ QProcessEnvironment Machine::environment() const
         variables.insert(QString::fromLatin1(name), value);
     };
     if (isWindows()) {
-        variables.remove(u"DISPLAY"_s);
+        if (m_display.isEmpty()) {
+            variables.remove(u"DISPLAY"_s);
+        } else {
+            set("DISPLAY", m_display);
+        }
         set("WINEPREFIX", prefix());
         set("WINEDEBUG", u"-all"_s);
         set("WINEDLLOVERRIDES", u"mscoree,mshtml,winemenubuilder.exe="_s);
         // Wine keeps the variables of the native Qt from its programs; with its own name in front they pass.
-        set("WINEQT_QPA_PLATFORM", u"offscreen"_s);
+        set("WINEQT_QPA_PLATFORM", m_display.isEmpty() ? u"offscreen"_s : u"windows"_s);
         set("WINEQT_QPA_GENERIC_PLUGINS", u"windowdriver"_s);
         set("WINEQT_QPA_FONTDIR", u"/usr/share/fonts/truetype/dejavu"_s);
     } else {

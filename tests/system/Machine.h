@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QProcess>
 #include <QProcessEnvironment>
 #include <QString>
 #include <QStringList>
@@ -25,6 +26,9 @@ public:
     // Makes what has to be there before anything is started.
     [[nodiscard]] bool setUp();
 
+    // Gives the Windows a virtual screen, on which programs started from then on show their windows.
+    [[nodiscard]] bool startScreen();
+
     // The folder of DOS names.
     [[nodiscard]] QString names() const;
     // The file that tells the program that the reader's driver is installed.
@@ -46,6 +50,8 @@ private:
     [[nodiscard]] QString prefix() const { return m_folder + QStringLiteral("/wine"); }
 
     QString m_folder;
+    QProcess m_screen;
+    QString m_display; // empty: none
 };
 
 } // namespace systemtest

@@ -27,6 +27,8 @@ public:
         return m_machine.setUp() && m_program.start(setup);
     }
     [[nodiscard]] bool waitForWindow();
+    // See Machine.
+    [[nodiscard]] bool startScreen() { return m_machine.startScreen(); }
 
     // The reader goes without a word. Its names go too: the system gives the number of a terminal that is gone to the
     // next one at once, and the name would lead to somebody else's.
@@ -35,7 +37,7 @@ public:
     // Lets every user of the machine into the folders of this desk.
     [[nodiscard]] bool openToEverybody();
 
-    [[nodiscard]] const Machine& machine() const { return m_machine; }
+    [[nodiscard]] Machine& machine() { return m_machine; }
     [[nodiscard]] SimulatorProcess& reader() { return m_reader; }
     [[nodiscard]] ProgramProcess& program() { return m_program; }
 
