@@ -8,9 +8,13 @@
 #   start_program [ARGUMENT...]  the program with the window driver, and waits for its main window
 #   ask COMMAND                  sends a command of the window driver and prints its answer; fails if it was refused
 #   wait_until SECONDS CHECK...  runs a check until it succeeds
+#
+# With $windows_programs, the folder of a Windows build, the program is the one for Windows, under Wine.
 
+windows_programs=${windows_programs-}
 surroundings=
 wire_log=
+names= # the folder of DOS names
 program=
 started=()
 
@@ -35,6 +39,11 @@ end_surroundings() {
     for ((i = ${#started[@]} - 1; i >= 0; --i)); do
         end_process "${started[i]}"
     done
+    if [ -d "$surroundings/wine" ]; then
+        # Its servers write into it for as long as they run.
+        under_wine "$(command -v wineserver64 || command -v wineserver)" -k >/dev/null 2>&1
+        under_wine "$(command -v wineserver64 || command -v wineserver)" -w >/dev/null 2>&1
+    fi
     rm -rf "$surroundings"
 }
 
@@ -46,6 +55,12 @@ start_surroundings() {
     trap 'exit 143' TERM HUP
     mkdir "$surroundings/home" "$surroundings/program"
     mkfifo "$surroundings/commands" "$surroundings/answers"
+    names=$surroundings/dosdevices
+    if [ -n "$windows_programs" ]; then
+        scripts/wine-prefix "$windows_programs/../wine"
+        scripts/wine-prefix "$surroundings/wine" like "$windows_programs/../wine"
+        names=$surroundings/wine/dosdevices
+    fi
 }
 
 wait_until() {
@@ -62,7 +77,7 @@ wait_until() {
 }
 
 start_reader() {
-    "$bin/ksd-simulator" --dosdevices "$surroundings/dosdevices" --log "$wire_log" "$@" >"$surroundings/ready" &
+    "$bin/ksd-simulator" --dosdevices "$names" --log "$wire_log" "$@" >"$surroundings/ready" &
     started+=($!)
     wait_until 30 grep -qs '^ready:' "$surroundings/ready" || { echo "The simulated reader did not start." >&2; return 1; }
 }
@@ -75,15 +90,36 @@ start_screen() {
     export DISPLAY=:$(<"$surroundings/display") QT_QPA_PLATFORM=xcb
 }
 
+under_wine() {
+    env WINEPREFIX="$surroundings/wine" WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe=" "$@"
+}
+
+# Becomes the program, as it is for this system or for Windows, in the surroundings.
+become_program() {
+    export HOME=$surroundings/home XDG_CONFIG_HOME=$surroundings/home/.config XDG_RUNTIME_DIR=$surroundings/home
+    if [ -n "$windows_programs" ]; then
+        # Wine keeps the variables of the native Qt from its programs; with its own name in front they pass.
+        export WINEPREFIX=$surroundings/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
+        export WINEQT_QPA_GENERIC_PLUGINS=windowdriver
+        exec "$(command -v wine64 || echo /usr/lib/wine/wine64)" \
+            "$surroundings/program/TeslinConfigure.exe" "$@"
+    else
+        export TESLIN_DOSDEVICES=$names QT_QPA_GENERIC_PLUGINS=windowdriver QT_PLUGIN_PATH=$bin/../plugins
+        exec "$surroundings/program/TeslinConfigure" "$@"
+    fi
+}
+
 start_program() {
     # The settings file lies beside the program, so it gets a place of its own.
-    cp "$bin/TeslinConfigure" files/Languages.txt "$surroundings/program/"
+    cp files/Languages.txt "$surroundings/program/"
+    if [ -n "$windows_programs" ]; then
+        cp "$windows_programs/DrivenTeslinConfigure.exe" "$surroundings/program/TeslinConfigure.exe"
+    else
+        cp "$bin/TeslinConfigure" "$surroundings/program/"
+    fi
     # For reading, too, so that it neither waits for the program nor breaks when that has gone.
     exec {program_in}<>"$surroundings/commands"
-    HOME=$surroundings/home XDG_CONFIG_HOME=$surroundings/home/.config XDG_RUNTIME_DIR=$surroundings/home \
-        TESLIN_DOSDEVICES=$surroundings/dosdevices QT_QPA_GENERIC_PLUGINS=windowdriver QT_PLUGIN_PATH=$bin/../plugins \
-        "$surroundings/program/TeslinConfigure" "$@" \
-        <"$surroundings/commands" >"$surroundings/answers" 2>"$surroundings/program.log" &
+    become_program "$@" <"$surroundings/commands" >"$surroundings/answers" 2>"$surroundings/program.log" &
     program=$!
     started+=("$program")
     exec {program_out}<"$surroundings/answers"
