@@ -6,6 +6,7 @@
 #include <string>
 
 #include <fcntl.h>
+#include <sys/xattr.h>
 #include <unistd.h>
 
 namespace platform {
@@ -25,6 +26,18 @@ void bringToDisk(const fs::path& folder)
     if (descriptor.isOpen()) {
         static_cast<void>(::fsync(descriptor.number()));
     }
+}
+
+constexpr const char* kAccessList = "system.posix_acl_access";
+
+// As the system keeps it; empty where there is none.
+std::string accessList(const fs::path& path)
+{
+    const ssize_t size = ::getxattr(path.c_str(), kAccessList, nullptr, 0);
+    std::string list(size > 0 ? static_cast<std::size_t>(size) : 0, '\0');
+    const ssize_t got = list.empty() ? 0 : ::getxattr(path.c_str(), kAccessList, list.data(), list.size());
+    list.resize(got > 0 ? static_cast<std::size_t>(got) : 0);
+    return list;
 }
 
 } // namespace
@@ -65,7 +78,7 @@ NewFile::~NewFile()
     }
 }
 
-void NewFile::resemble(const struct stat& look)
+Result<void> NewFile::resemble(const fs::path& old, const struct stat& look)
 {
     constexpr mode_t kPermissions = 07777;
     constexpr auto kSameOwner = static_cast<uid_t>(-1);
@@ -76,6 +89,13 @@ void NewFile::resemble(const struct stat& look)
         static_cast<void>(::fchown(m_file.number(), kSameOwner, look.st_gid) == 0);
     }
     static_cast<void>(::fchmod(m_file.number(), look.st_mode & kPermissions));
+    // Beside a list of users and groups the mode's group part is only the most that the list may grant, so without the
+    // list the group would come into rights that it never had.
+    const std::string list = accessList(old);
+    if (!list.empty() && ::fsetxattr(m_file.number(), kAccessList, list.data(), list.size(), 0) != 0) {
+        return lastSystemError();
+    }
+    return {};
 }
 
 Result<void> NewFile::write(std::string_view bytes)

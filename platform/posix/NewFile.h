@@ -28,8 +28,9 @@ public:
     NewFile& operator=(NewFile&&) = delete;
     ~NewFile();
 
-    // Takes over mode, group and owner, as far as the system allows.
-    void resemble(const struct stat& look);
+    // Takes over mode, group and owner, as far as the system allows, and the list of who else may do what. Fails when
+    // that list cannot be taken over.
+    [[nodiscard]] Result<void> resemble(const std::filesystem::path& old, const struct stat& look);
 
     // Writes the whole content and brings it to the disk.
     [[nodiscard]] Result<void> write(std::string_view bytes);

@@ -144,7 +144,10 @@ Result<void> writeBeside(const fs::path& path, std::string_view bytes, const std
     }
     NewFile file = std::move(made).value();
     if (look) {
-        file.resemble(*look);
+        const Result<void> resembles = file.resemble(path, *look);
+        if (!resembles) {
+            return systemError(EPERM); // what the old file grants cannot be granted to a new one
+        }
     }
     const Result<void> written = file.write(bytes);
     return written ? file.moveTo(path) : written;

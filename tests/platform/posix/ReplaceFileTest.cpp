@@ -6,7 +6,10 @@
 
 #include <QTest>
 
+#include <algorithm>
 #include <cerrno>
+
+#include <sys/xattr.h>
 
 using namespace platform;
 using test::asOrdinaryUser;
@@ -32,6 +35,34 @@ class ReplaceFileTest final : public QObject
     Q_OBJECT
 
 private slots:
+    // Somebody else may write the file, its own group may not; the mode alone would read as if the group might.
+    void keepsTheListOfOthersWhoMayWrite()
+    {
+        constexpr const char* kList = "system.posix_acl_access";
+        const TemporaryFolder folder;
+        writeBytes(folder / "shop", "old");
+        // The system's form: version 2, then tag, rights and number of each entry, the lowest byte first.
+        const auto entry = [](char tag, char rights, quint32 who) {
+            QByteArray bytes = QByteArray(1, tag) + '\0' + rights + '\0';
+            for (int i = 0; i < 4; ++i) {
+                bytes += static_cast<char>(who >> (8 * i) & 0xFF);
+            }
+            return bytes;
+        };
+        const QByteArray list = QByteArray("\2\0\0\0", 4) + entry(0x01, 6, ~0U) + entry(0x02, 6, 1234) +
+                                entry(0x04, 0, ~0U) + entry(0x10, 6, ~0U) + entry(0x20, 0, ~0U);
+        if (::setxattr((folder / "shop").c_str(), kList, list.constData(), static_cast<std::size_t>(list.size()), 0) !=
+            0) {
+            QSKIP("The file system has no such lists.");
+        }
+        QCOMPARE(replace(folder / "shop", "new"), "ok");
+        QCOMPARE(bytesOf(folder / "shop"), "new");
+        QByteArray after(list.size() + 100, '\0');
+        const auto size =
+            ::getxattr((folder / "shop").c_str(), kList, after.data(), static_cast<std::size_t>(after.size()));
+        QCOMPARE(after.first(std::max<qsizetype>(size, 0)), list);
+    }
+
     void bytesSurvive_data()
     {
         QTest::addColumn<QByteArray>("bytes");
