@@ -23,6 +23,22 @@
 
 namespace app {
 
+namespace {
+
+// The file stays where it is, whatever key is held down: who takes it as moved has it removed.
+bool acceptAsCopy(QDropEvent& event)
+{
+    if (!event.possibleActions().testFlag(Qt::CopyAction)) {
+        event.ignore();
+        return false;
+    }
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+    return true;
+}
+
+} // namespace
+
 frmMain::frmMain(const Services& services)
     : m_services(services)
     , m_table_CFG(tables::configurationKind())
@@ -254,15 +270,14 @@ void frmMain::mnuSaveAs_Click(tables::Tab tab)
 void frmMain::dragEnterEvent(QDragEnterEvent* event)
 {
     if (droppedTableFile(*event->mimeData()) && !m_operations.isRunning()) {
-        event->acceptProposedAction();
+        acceptAsCopy(*event);
     }
 }
 
 void frmMain::dropEvent(QDropEvent* event)
 {
     const auto file = droppedTableFile(*event->mimeData());
-    if (file && !m_operations.isRunning()) {
-        event->acceptProposedAction();
+    if (file && !m_operations.isRunning() && acceptAsCopy(*event)) {
         if (selectTabOf(file->tab)) {
             m_fileFlows.openFile(file->name);
         }
