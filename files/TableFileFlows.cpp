@@ -45,6 +45,16 @@ private:
     TableFileWindow& m_window;
 };
 
+// The text, or as many of its first lines as have room.
+std::string_view wholeLines(std::string_view text, std::size_t most)
+{
+    if (text.size() <= most) {
+        return text;
+    }
+    const std::size_t lastEnd = text.substr(0, most).rfind("\r\n");
+    return text.substr(0, lastEnd == std::string_view::npos ? most : lastEnd + 2);
+}
+
 std::vector<tables::ParamRow> rowsOf(const tables::ParamTable& table)
 {
     std::vector<tables::ParamRow> rows;
@@ -111,7 +121,7 @@ void TableFileFlows::fillTable(const TableFile& file)
     const int count = static_cast<int>(file.rows.size());
     // No editor may open on a row that is only half there.
     m_tables.session.EditState = tables::EditSession::kLayingOutKeyboard;
-    m_window.setComments(tab(), std::string_view(file.comment).substr(0, kLongestComment));
+    m_window.setComments(tab(), wholeLines(file.comment, kLongestComment));
     rows.NumParms = static_cast<std::uint8_t>(count);
     rows.setRowCount(count + 1);
     for (int row = 1; row <= count; ++row) {
@@ -220,12 +230,13 @@ tables::LiveTable& TableFileFlows::table()
 
 bool TableFileFlows::hasName(const std::filesystem::path& name) const
 {
-    return !name.empty() && m_window.displayName(name.filename()).find('*') == std::string::npos;
+    return !name.empty() && m_window.displayName(name).find('*') == std::string::npos;
 }
 
 bool TableFileFlows::isNoChoice(const std::filesystem::path& name) const
 {
-    return !hasName(name) || m_window.displayName(name).find(kNoChoice) != std::string::npos;
+    const bool isPattern = m_window.displayName(name.filename()).find('*') != std::string::npos;
+    return name.empty() || isPattern || m_window.displayName(name).find(kNoChoice) != std::string::npos;
 }
 
 platform::FileDialogSetup TableFileFlows::dialogSetup() const

@@ -13,6 +13,9 @@ namespace tables {
 
 namespace {
 
+// More than any title shows: the notes of a file may be megabytes.
+constexpr std::size_t kMostNotes = 1000;
+
 constexpr double kMicrosecondsPerCount = 512.0;
 constexpr double kLargestCount = 255.0;
 constexpr std::size_t kDelayWidth = 7;
@@ -41,7 +44,7 @@ std::string editTitle_CFG(std::string_view address, std::string_view notes)
 
 std::string editTitle_KB(std::string_view address, std::string_view notes)
 {
-    return "<" + std::string(address) + "> " + std::string(notes);
+    return "<" + std::string(address) + "> " + std::string(notes.substr(0, kMostNotes));
 }
 
 std::string binaryText(std::uint8_t value)

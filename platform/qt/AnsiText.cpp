@@ -4,15 +4,15 @@
 
 #include <QList>
 
+#include <algorithm>
+
 namespace platform {
 
 QString toQString(std::string_view ansi)
 {
-    QString text;
-    text.reserve(static_cast<qsizetype>(ansi.size()));
-    for (const char c : ansi) {
-        text.append(QChar(ansiToUnicode(static_cast<std::uint8_t>(c))));
-    }
+    QString text(static_cast<qsizetype>(ansi.size()), Qt::Uninitialized);
+    std::transform(ansi.begin(), ansi.end(), text.begin(),
+                   [](char c) { return QChar(ansiToUnicode(static_cast<std::uint8_t>(c))); });
     return text;
 }
 

@@ -420,6 +420,17 @@ private slots:
         QCOMPARE(f.find<QTabWidget>("SSTab1")->currentIndex(), int{kConfigurationTab});
         QCOMPARE(int{f.table_CFG().NumParms}, 3);
         QVERIFY(!drop(written(f, "picture.png", "x")));
+        // With Shift a file manager offers to move the file; it must stay where it is.
+        QMimeData moved;
+        moved.setUrls({QUrl::fromLocalFile(platform::pathText(fileIn(f, "kb.TXT")))});
+        QDropEvent move(QPointF(50, 50), Qt::MoveAction | Qt::CopyAction, &moved, Qt::LeftButton, Qt::ShiftModifier);
+        QApplication::sendEvent(f.window.get(), &move);
+        QVERIFY(move.isAccepted());
+        QCOMPARE(move.dropAction(), Qt::CopyAction);
+        QDropEvent onlyMove(QPointF(50, 50), Qt::MoveAction, &moved, Qt::LeftButton, Qt::ShiftModifier);
+        QApplication::sendEvent(f.window.get(), &onlyMove);
+        QVERIFY(!onlyMove.isAccepted());
+        QVERIFY(drop(fileIn(f, "shop.tlc")));
         // No box of the window takes the drop for itself.
         for (const QWidget* box : f.find<QTabWidget>("SSTab1")->findChildren<QLineEdit*>()) {
             QVERIFY2(!box->acceptDrops(), qPrintable(box->objectName()));
@@ -432,6 +443,35 @@ private slots:
         QVERIFY(drop(written(f, "XXX/shop.tlc", "Comments,\r\n")));
         QCOMPARE(int{f.table_CFG().NumParms}, 3);
     }
+
+    // A comment box takes what a text box has always taken, in whole lines.
+    void aVeryLongCommentEndsWithALine()
+    {
+        MainWindowFixture f;
+        f.start();
+        f.dialogs.expect(Kind::Open, written(f, "long.txt", QByteArray(";123456\r\n").repeated(9000) + "080,F1\r\n"));
+        f.find<QAction>("mnuOpen_KB")->trigger();
+        QCOMPARE(f.find<QPlainTextEdit>("txtComments_KB")->toPlainText(),
+                 QStringLiteral("123456\n").repeated(65535 / 8));
+        QCOMPARE(int{f.table_KB().NumParms}, 1);
+    }
+
+#ifndef Q_OS_WIN // which allows no such name
+    // A star anywhere in the remembered name means a pattern, so saving asks for a name.
+    void aStarInAFolderIsRememberedAsAPattern()
+    {
+        MainWindowFixture f;
+        f.start();
+        QVERIFY(QDir(f.folder.path()).mkdir(QStringLiteral("a*b")));
+        f.dialogs.expect(Kind::Open, written(f, "a*b/shop.tlc", kThreeRows));
+        f.find<QAction>("mnuOpen_CFG")->trigger();
+        QCOMPARE(int{f.table_CFG().NumParms}, 3);
+        QVERIFY(!f.find<QLabel>("lblFilename")->isVisible());
+        f.dialogs.expect(Kind::Save, {});
+        f.find<QAction>("mnuSave_CFG")->trigger();
+        QCOMPARE(f.dialogs.shown.back().setup.name.string(), "*.tlc");
+    }
+#endif
 
     // The worst files a user may pick: nothing crashes, nothing hangs, and the window goes on.
     void hostileFilesLoadWithoutHarm_data()
