@@ -10,6 +10,8 @@ package_packages=(dpkg-dev appstream desktop-file-utils lintian man-db)
 # The Windows program, and what runs it here.
 windows_packages=(g++-mingw-w64-x86-64 zip xz-utils)
 wine_packages=(wine wine64 fonts-wine fonts-liberation)
+# For pictures of its windows.
+windows_tour_packages=(imagemagick xdotool)
 
 # Installs those of the given packages that are missing. Says what to do when it may not.
 need_packages() {

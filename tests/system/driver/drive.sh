@@ -101,6 +101,8 @@ become_program() {
         # Wine keeps the variables of the native Qt from its programs; with its own name in front they pass.
         export WINEPREFIX=$surroundings/wine WINEDEBUG=-all WINEDLLOVERRIDES="mscoree,mshtml,winemenubuilder.exe="
         export WINEQT_QPA_GENERIC_PLUGINS=windowdriver
+        # Wine's own drawing loses thin letters of small fonts.
+        export WINEQT_QPA_PLATFORM=windows:fontengine=freetype
         exec "$(command -v wine64 || echo /usr/lib/wine/wine64)" \
             "$surroundings/program/TeslinConfigure.exe" "$@"
     else
