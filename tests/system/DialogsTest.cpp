@@ -10,7 +10,7 @@ using namespace systemtest;
 
 namespace {
 
-const QString kNoPort = u"Could not open COM5, No such file or directory"_s;
+const QString kNoPort = u"Could not open COM5, "_s + Machine::noSuchFile();
 const QString kNoDriver =
     u"Was unable to open the Teslin Device Driver.  Check to see if the driver is installed and the Teslin is attached"_s;
 
