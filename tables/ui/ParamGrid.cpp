@@ -1,8 +1,11 @@
 #include "tables/ui/ParamGrid.h"
 
+#include <QEvent>
 #include <QFontDatabase>
+#include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QPalette>
 #include <QScrollBar>
 
 #include <algorithm>
@@ -38,11 +41,35 @@ ParamGrid::ParamGrid(ParamTable& table, QWidget* parent)
     setColumnWidth(kAddressColumn, widthOf("081-082__"));
     setColumnWidth(kValueColumn, widthOf("20-03__"));
 
+    keepHighlight();
+
     // The scroll range follows rows that come and go only when the event loop runs next; the program asks before that.
     connect(m_model, &QAbstractItemModel::rowsRemoved, this, &ParamGrid::updateGeometries);
     connect(selectionModel(), &QItemSelectionModel::currentChanged, this, &ParamGrid::highlightCurrentRow);
     connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this, &ParamGrid::rowCurrentChanged);
     connect(this, &QTableView::doubleClicked, this, &ParamGrid::rowDoubleClicked);
+}
+
+// The current row is the one that the controls beside the grid edit. Some systems show a selection without the focus in
+// a grey that is hardly seen.
+void ParamGrid::keepHighlight()
+{
+    const QPalette system = QGuiApplication::palette();
+    QPalette own = palette();
+    for (const auto role : {QPalette::Highlight, QPalette::HighlightedText}) {
+        own.setBrush(QPalette::Inactive, role, system.brush(QPalette::Active, role));
+    }
+    if (own != palette()) {
+        setPalette(own);
+    }
+}
+
+void ParamGrid::changeEvent(QEvent* event)
+{
+    QTableView::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange || event->type() == QEvent::ApplicationPaletteChange) {
+        keepHighlight();
+    }
 }
 
 int ParamGrid::row() const

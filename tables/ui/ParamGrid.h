@@ -40,9 +40,11 @@ signals:
 protected:
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
                                                                        const QEvent* event) const override;
+    void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
 
 private:
+    void keepHighlight();
     void makeCurrent(int row, int col);
     void highlightCurrentRow();
 

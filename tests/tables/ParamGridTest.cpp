@@ -21,6 +21,28 @@ private slots:
         QVERIFY(g.highlightedRows().empty());
     }
 
+    void theCurrentRowIsSeenWithoutTheFocus()
+    {
+        ShownGrid g(27);
+        const QPalette before = QApplication::palette();
+        const auto isSeen = [&g] {
+            const QPalette own = g.grid.palette();
+            const QPalette system = QApplication::palette();
+            return own.color(QPalette::Inactive, QPalette::Highlight) ==
+                       system.color(QPalette::Active, QPalette::Highlight) &&
+                   own.color(QPalette::Inactive, QPalette::HighlightedText) ==
+                       system.color(QPalette::Active, QPalette::HighlightedText);
+        };
+        QVERIFY(isSeen());
+        QPalette other = before;
+        other.setColor(QPalette::Active, QPalette::Highlight, Qt::darkGreen);
+        other.setColor(QPalette::Inactive, QPalette::Highlight, Qt::lightGray);
+        QApplication::setPalette(other);
+        QVERIFY(g.show(5));
+        QVERIFY(isSeen());
+        QApplication::setPalette(before);
+    }
+
     void drawsNoMoreThanAThousandCharacters()
     {
         ShownGrid g(27);
