@@ -23,10 +23,10 @@ namespace {
 constexpr int kPictureSize = 160; // logical pixels
 
 // The labels take no clicks, so those land in the window itself.
-PlainLabel* makeLabel(const char* name, qreal points, QFont::Weight weight, QWidget* parent)
+PlainLabel* makeLabel(const char* name, const QFont& font, QWidget* parent)
 {
     auto* label = new PlainLabel(QLatin1String(name), {}, parent);
-    label->setFont(arial(points, weight));
+    label->setFont(font);
     return label;
 }
 
@@ -45,15 +45,18 @@ frmSplash::frmSplash(QWidget* parent)
     imgLogo->setObjectName(QStringLiteral("imgLogo"));
     showProductPicture(*imgLogo, kPictureSize);
 
+    // Two fonts and no more: each costs the start a few milliseconds.
+    const QFont large = arial(26, QFont::Bold);
+    const QFont plain = arial(11);
     auto* names = new QVBoxLayout;
     names->setSpacing(2);
     names->addStretch();
-    names->addWidget(makeLabel("lblCompanyProduct", 14, QFont::Normal, Frame1));
-    names->addWidget(makeLabel("lblProductName", 26, QFont::Bold, Frame1));
-    names->addWidget(makeLabel("lblPlatform", 12, QFont::Normal, Frame1));
+    names->addWidget(makeLabel("lblCompanyProduct", plain, Frame1));
+    names->addWidget(makeLabel("lblProductName", large, Frame1));
+    names->addWidget(makeLabel("lblPlatform", plain, Frame1));
     names->addSpacing(12);
-    names->addWidget(makeLabel("lblVersion", 11, QFont::Bold, Frame1));
-    names->addWidget(makeLabel("lblPartNum", 9, QFont::Normal, Frame1));
+    names->addWidget(makeLabel("lblVersion", plain, Frame1));
+    names->addWidget(makeLabel("lblPartNum", plain, Frame1));
     names->addStretch();
 
     auto* grid = new QGridLayout(Frame1);
@@ -62,8 +65,8 @@ frmSplash::frmSplash(QWidget* parent)
     grid->setVerticalSpacing(16);
     grid->addWidget(imgLogo, 0, 0);
     grid->addLayout(names, 0, 1);
-    grid->addWidget(makeLabel("lblWarning", 8, QFont::Normal, Frame1), 1, 0);
-    grid->addWidget(makeLabel("lblCopyright", 8, QFont::Normal, Frame1), 1, 1, Qt::AlignRight);
+    grid->addWidget(makeLabel("lblWarning", plain, Frame1), 1, 0);
+    grid->addWidget(makeLabel("lblCopyright", plain, Frame1), 1, 1, Qt::AlignRight);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(Frame1);
