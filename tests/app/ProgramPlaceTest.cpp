@@ -62,6 +62,18 @@ private slots:
         QCOMPARE(layout(), std::string("(as it was)"));
     }
 
+    // One that is there and cannot be read counts as none, whatever was installed.
+    void aListThatCannotBeReadIsNone()
+    {
+        lay("share/teslin-configure/Languages.txt", "0409%;+? Installed (US)\r\n");
+        QVERIFY(QDir().mkpath(m_root.filePath(QStringLiteral("bin/Languages.txt"))));
+        files::KeyboardLanguage language;
+        language.Track1Start = "%";
+        QVERIFY(!app::lookUpLanguage(at("bin"), "0409", language).has_value());
+        QCOMPARE(language.name, std::string("Unknown"));
+        QCOMPARE(language.Track1Start, std::string("%"));
+    }
+
     void settingsBesideTheProgram()
     {
         QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), at("home/.config/TeslinConfigure")),

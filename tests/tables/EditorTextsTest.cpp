@@ -16,6 +16,12 @@ class EditorTextsTest final : public QObject
     Q_OBJECT
 
 private slots:
+    void aTitleTakesNoMoreThanAThousandCharactersOfTheNotes()
+    {
+        QCOMPARE(editTitle_KB("083-084", std::string(1500, 'n')), "<083-084> " + std::string(1000, 'n'));
+        QCOMPARE(editTitle_CFG("01A", std::string(1500, 'n')), "<01A> " + std::string(1000, 'n'));
+    }
+
     void titles()
     {
         QCOMPARE(editTitle_CFG("001", "Parameter ID and Mod Flag (Read only)"), "<001> Parameter ID and Mod Flag ");

@@ -43,6 +43,24 @@ private slots:
         QApplication::setPalette(before);
     }
 
+    // In more than colour: bold, and on a background of its own; plain again when the mark goes.
+    void aMarkedRowStandsOut()
+    {
+        ShownGrid g(27);
+        const auto look = [&g](int row, int role) { return g.grid.model()->index(row - 1, kValueColumn).data(role); };
+        g.table.setCell(3, kChangedColumn, "XXX");
+        QVERIFY(look(3, Qt::FontRole).value<QFont>().bold());
+        QVERIFY(!look(4, Qt::FontRole).value<QFont>().bold());
+        const QColor tint = look(3, Qt::BackgroundRole).value<QBrush>().color();
+        const QPalette palette = g.grid.palette();
+        QVERIFY(look(3, Qt::BackgroundRole).isValid());
+        QVERIFY(tint != palette.color(QPalette::Base) && tint != palette.color(QPalette::Highlight));
+        QVERIFY(!look(4, Qt::BackgroundRole).isValid());
+        g.table.setCell(3, kChangedColumn, " ");
+        QVERIFY(!look(3, Qt::FontRole).value<QFont>().bold());
+        QVERIFY(!look(3, Qt::BackgroundRole).isValid());
+    }
+
     void drawsNoMoreThanAThousandCharacters()
     {
         ShownGrid g(27);
