@@ -6,6 +6,7 @@
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/PathText.h"
 #include "tests/support/CountingBeep.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/SystemTools.h"
 #include "tests/support/TestMessageBoxes.h"
 #include "tests/support/TextToString.h"
@@ -252,5 +253,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(AboutBoxTest)
+static const testsupport::RunnableTest<AboutBoxTest> kRunnable;
 #include "AboutBoxTest.moc"

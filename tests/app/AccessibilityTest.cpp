@@ -1,4 +1,5 @@
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QAccessible>
 #include <QAction>
@@ -176,5 +177,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(AccessibilityTest)
+static const testsupport::RunnableTest<AccessibilityTest> kRunnable;
 #include "AccessibilityTest.moc"

@@ -1,4 +1,5 @@
 #include "app/CommandLineAnswer.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QByteArrayList>
@@ -83,5 +84,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(CommandLineAnswerTest)
+static const testsupport::RunnableTest<CommandLineAnswerTest> kRunnable;
 #include "CommandLineAnswerTest.moc"

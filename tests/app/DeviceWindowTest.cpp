@@ -1,4 +1,6 @@
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
+#include "tests/support/SourceFile.h"
 
 #include <QProgressBar>
 #include <QSignalSpy>
@@ -81,7 +83,7 @@ private slots:
     void identificationIsShown()
     {
         MainWindowFixture f;
-        QVERIFY(QFile::copy(QStringLiteral(TESLIN_SOURCE_DIR "/files/Languages.txt"),
+        QVERIFY(QFile::copy(testsupport::sourceFile(QStringLiteral("files/Languages.txt")),
                             f.folder.filePath(QStringLiteral("Languages.txt"))));
         f.start();
         QString driver;
@@ -437,5 +439,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(DeviceWindowTest)
+static const testsupport::RunnableTest<DeviceWindowTest> kRunnable;
 #include "DeviceWindowTest.moc"

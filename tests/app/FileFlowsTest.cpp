@@ -1,5 +1,6 @@
 #include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/SystemFailures.h"
 
 #include <QApplication>
@@ -507,5 +508,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(FileFlowsTest)
+static const testsupport::RunnableTest<FileFlowsTest> kRunnable;
 #include "FileFlowsTest.moc"

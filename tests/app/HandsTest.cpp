@@ -1,4 +1,5 @@
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QAction>
 #include <QHeaderView>
@@ -162,5 +163,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(HandsTest)
+static const testsupport::RunnableTest<HandsTest> kRunnable;
 #include "HandsTest.moc"

@@ -1,5 +1,6 @@
 #include "app/OutlinedStyle.h"
 #include "app/ToolbarIcon.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -93,5 +94,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(LooksTest)
+static const testsupport::RunnableTest<LooksTest> kRunnable;
 #include "LooksTest.moc"

@@ -2,6 +2,7 @@
 #include "app/ProgramText.h"
 #include "platform/qt/AnsiText.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/SlowScreen.h"
 
 #include <QMenu>
@@ -522,5 +523,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(MainWindowTest)
+static const testsupport::RunnableTest<MainWindowTest> kRunnable;
 #include "MainWindowTest.moc"

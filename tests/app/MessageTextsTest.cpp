@@ -6,6 +6,7 @@
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/SystemFailures.h"
 #include "tests/support/TextToString.h"
 
@@ -471,5 +472,5 @@ private:
     }
 };
 
-QTEST_MAIN(MessageTextsTest)
+static const testsupport::RunnableTest<MessageTextsTest> kRunnable;
 #include "MessageTextsTest.moc"

@@ -3,6 +3,7 @@
 #include "app/frmAbout.h"
 #include "app/frmOptions.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QAction>
@@ -495,5 +496,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(OpenedWindowsTest)
+static const testsupport::RunnableTest<OpenedWindowsTest> kRunnable;
 #include "OpenedWindowsTest.moc"

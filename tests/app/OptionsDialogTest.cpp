@@ -3,6 +3,7 @@
 #include "app/frmOptions.h"
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QLabel>
@@ -540,5 +541,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(OptionsDialogTest)
+static const testsupport::RunnableTest<OptionsDialogTest> kRunnable;
 #include "OptionsDialogTest.moc"

@@ -1,5 +1,6 @@
 #include "app/ProgramPlace.h"
 #include "app/LanguageList.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QDir>
@@ -92,5 +93,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ProgramPlaceTest)
+static const testsupport::RunnableTest<ProgramPlaceTest> kRunnable;
 #include "ProgramPlaceTest.moc"

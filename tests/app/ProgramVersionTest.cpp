@@ -1,4 +1,5 @@
 #include "app/ProgramVersion.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -47,5 +48,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ProgramVersionTest)
+static const testsupport::RunnableTest<ProgramVersionTest> kRunnable;
 #include "ProgramVersionTest.moc"

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/SourceFile.h"
 
 #include <QFile>
 #include <QPlainTextEdit>
@@ -21,7 +22,7 @@ public:
     ReadTestDesk()
     {
         f.tickMilliseconds = 0;
-        m_hasLayouts = QFile::copy(QStringLiteral(TESLIN_SOURCE_DIR "/files/Languages.txt"),
+        m_hasLayouts = QFile::copy(testsupport::sourceFile(QStringLiteral("files/Languages.txt")),
                                    f.folder.filePath(QStringLiteral("Languages.txt")));
         QObject::connect(&m_ticks, &QTimer::timeout, &m_ticks, [this] { f.window->Timer1_Timer(); });
     }

@@ -1,5 +1,6 @@
 #include "simulator/SampleCards.h"
 #include "tests/app/ReadTestDesk.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QClipboard>
 #include <QContextMenuEvent>
@@ -439,5 +440,5 @@ private:
     }
 };
 
-QTEST_MAIN(ReadTestKeyboardTest)
+static const testsupport::RunnableTest<ReadTestKeyboardTest> kRunnable;
 #include "ReadTestKeyboardTest.moc"

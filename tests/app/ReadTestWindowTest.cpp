@@ -1,4 +1,5 @@
 #include "tests/app/ReadTestDesk.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QAction>
 
@@ -337,5 +338,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ReadTestWindowTest)
+static const testsupport::RunnableTest<ReadTestWindowTest> kRunnable;
 #include "ReadTestWindowTest.moc"

@@ -4,6 +4,7 @@
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
 #include "tests/support/RecordingWindowOrder.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QClipboard>
@@ -402,5 +403,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SingleFieldDialogTest)
+static const testsupport::RunnableTest<SingleFieldDialogTest> kRunnable;
 #include "SingleFieldDialogTest.moc"

@@ -3,6 +3,7 @@
 #include "app/ProgramVersion.h"
 #include "app/frmSplash.h"
 #include "platform/qt/AnsiText.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/SlowScreen.h"
 
 #include <QLabel>
@@ -135,5 +136,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SplashTest)
+static const testsupport::RunnableTest<SplashTest> kRunnable;
 #include "SplashTest.moc"

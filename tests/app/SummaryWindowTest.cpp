@@ -1,6 +1,7 @@
 #include "platform/ReplaceFile.h"
 #include "platform/qt/VisibleText.h"
 #include "tests/support/MainWindowFixture.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QPlainTextEdit>
 #include <QSignalSpy>
@@ -174,5 +175,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SummaryWindowTest)
+static const testsupport::RunnableTest<SummaryWindowTest> kRunnable;
 #include "SummaryWindowTest.moc"

@@ -1,5 +1,6 @@
 #include "tests/device/OpeningCalls.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -109,5 +110,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(CloseTheDeviceDriverTest)
+static const testsupport::RunnableTest<CloseTheDeviceDriverTest> kRunnable;
 #include "CloseTheDeviceDriverTest.moc"

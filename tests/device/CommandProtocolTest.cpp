@@ -1,5 +1,6 @@
 #include "tests/device/ParameterReply.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -456,5 +457,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(CommandProtocolTest)
+static const testsupport::RunnableTest<CommandProtocolTest> kRunnable;
 #include "CommandProtocolTest.moc"

@@ -1,5 +1,6 @@
 #include "device/Commands.h"
 
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -41,5 +42,5 @@ private slots:
     void oneLineFeedEndsACommand() { QCOMPARE(int{commands::kLineEnd}, 10); }
 };
 
-QTEST_APPLESS_MAIN(CommandsTest)
+static const testsupport::RunnableTest<CommandsTest> kRunnable;
 #include "CommandsTest.moc"

@@ -1,5 +1,6 @@
 #include "tests/device/OpeningCalls.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -166,5 +167,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(DetectTest)
+static const testsupport::RunnableTest<DetectTest> kRunnable;
 #include "DetectTest.moc"

@@ -1,5 +1,6 @@
 #include "tests/device/OpeningCalls.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -201,5 +202,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(GetDriverSettingsTest)
+static const testsupport::RunnableTest<GetDriverSettingsTest> kRunnable;
 #include "GetDriverSettingsTest.moc"

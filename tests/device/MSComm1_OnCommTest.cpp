@@ -1,5 +1,6 @@
 #include "tests/device/ParameterReply.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -201,5 +202,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(MSComm1_OnCommTest)
+static const testsupport::RunnableTest<MSComm1_OnCommTest> kRunnable;
 #include "MSComm1_OnCommTest.moc"

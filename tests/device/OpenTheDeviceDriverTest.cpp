@@ -1,5 +1,6 @@
 #include "tests/device/OpeningCalls.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -242,5 +243,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(OpenTheDeviceDriverTest)
+static const testsupport::RunnableTest<OpenTheDeviceDriverTest> kRunnable;
 #include "OpenTheDeviceDriverTest.moc"

@@ -1,4 +1,5 @@
 #include "device/Operations.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -80,5 +81,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(OperationsTest)
+static const testsupport::RunnableTest<OperationsTest> kRunnable;
 #include "OperationsTest.moc"

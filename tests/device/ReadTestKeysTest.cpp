@@ -1,4 +1,5 @@
 #include "tests/device/ReadTestBench.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -158,5 +159,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ReadTestKeysTest)
+static const testsupport::RunnableTest<ReadTestKeysTest> kRunnable;
 #include "ReadTestKeysTest.moc"

@@ -1,5 +1,6 @@
 #include "device/Replies.h"
 
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -296,5 +297,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(RepliesTest)
+static const testsupport::RunnableTest<RepliesTest> kRunnable;
 #include "RepliesTest.moc"

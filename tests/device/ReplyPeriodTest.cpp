@@ -1,4 +1,5 @@
 #include "device/ReplyPeriod.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -86,5 +87,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ReplyPeriodTest)
+static const testsupport::RunnableTest<ReplyPeriodTest> kRunnable;
 #include "ReplyPeriodTest.moc"

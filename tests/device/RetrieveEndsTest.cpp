@@ -1,5 +1,6 @@
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -397,5 +398,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(RetrieveEndsTest)
+static const testsupport::RunnableTest<RetrieveEndsTest> kRunnable;
 #include "RetrieveEndsTest.moc"

@@ -1,5 +1,6 @@
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -458,5 +459,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(RetrieveTest)
+static const testsupport::RunnableTest<RetrieveTest> kRunnable;
 #include "RetrieveTest.moc"

@@ -3,6 +3,7 @@
 #include "device/SingleSetting.h"
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -320,5 +321,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(SingleSettingTest)
+static const testsupport::RunnableTest<SingleSettingTest> kRunnable;
 #include "SingleSettingTest.moc"

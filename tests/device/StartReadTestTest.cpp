@@ -1,4 +1,5 @@
 #include "tests/device/ReadTestBench.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -309,5 +310,5 @@ private:
     }
 };
 
-QTEST_APPLESS_MAIN(StartReadTestTest)
+static const testsupport::RunnableTest<StartReadTestTest> kRunnable;
 #include "StartReadTestTest.moc"

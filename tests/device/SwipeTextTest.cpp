@@ -1,4 +1,5 @@
 #include "device/SwipeText.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -254,5 +255,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(SwipeTextTest)
+static const testsupport::RunnableTest<SwipeTextTest> kRunnable;
 #include "SwipeTextTest.moc"

@@ -1,5 +1,6 @@
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -462,5 +463,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(UpdateDeviceTest)
+static const testsupport::RunnableTest<UpdateDeviceTest> kRunnable;
 #include "UpdateDeviceTest.moc"

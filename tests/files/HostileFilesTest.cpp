@@ -1,6 +1,7 @@
 #include "files/KeyboardLayouts.h"
 #include "files/TableFileParser.h"
 #include "tests/files/RowTexts.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -159,5 +160,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(HostileFilesTest)
+static const testsupport::RunnableTest<HostileFilesTest> kRunnable;
 #include "HostileFilesTest.moc"

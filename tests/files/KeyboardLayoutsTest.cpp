@@ -1,4 +1,5 @@
 #include "files/KeyboardLayouts.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -204,5 +205,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(KeyboardLayoutsTest)
+static const testsupport::RunnableTest<KeyboardLayoutsTest> kRunnable;
 #include "KeyboardLayoutsTest.moc"

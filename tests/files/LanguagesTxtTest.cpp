@@ -1,6 +1,8 @@
 #include "files/KeyboardLayouts.h"
 #include "platform/AnsiText.h"
 #include "tables/Defaults.h"
+#include "tests/support/RunnableTest.h"
+#include "tests/support/SourceFile.h"
 
 #include <QFile>
 #include <QSet>
@@ -124,7 +126,7 @@ class LanguagesTxtTest final : public QObject
 private slots:
     void initTestCase()
     {
-        QFile file(QFINDTESTDATA("../../files/Languages.txt"));
+        QFile file(testsupport::sourceFile("files/Languages.txt"));
         QVERIFY(file.open(QIODevice::ReadOnly));
         m_list = file.readAll();
         QVERIFY(!m_list.isEmpty());
@@ -203,5 +205,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(LanguagesTxtTest)
+static const testsupport::RunnableTest<LanguagesTxtTest> kRunnable;
 #include "LanguagesTxtTest.moc"

@@ -1,5 +1,6 @@
 #include "files/TableFileParser.h"
 #include "tests/files/RowTexts.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -196,5 +197,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TableFileParser_CFGTest)
+static const testsupport::RunnableTest<TableFileParser_CFGTest> kRunnable;
 #include "TableFileParser_CFGTest.moc"

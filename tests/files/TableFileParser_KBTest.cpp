@@ -1,5 +1,6 @@
 #include "files/TableFileParser.h"
 #include "tests/files/RowTexts.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -169,5 +170,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TableFileParser_KBTest)
+static const testsupport::RunnableTest<TableFileParser_KBTest> kRunnable;
 #include "TableFileParser_KBTest.moc"

@@ -2,6 +2,8 @@
 #include "files/TableFileWriter.h"
 #include "tables/Defaults.h"
 #include "tests/files/RowTexts.h"
+#include "tests/support/RunnableTest.h"
+#include "tests/support/SourceFile.h"
 
 #include <QFile>
 #include <QTest>
@@ -27,7 +29,7 @@ std::vector<ParamRow> rowsOf(std::span<const tables::DefaultRow> defaults)
 
 QByteArray golden(const char* name)
 {
-    QFile file(QFINDTESTDATA(name));
+    QFile file(testsupport::sourceFile(QStringLiteral("tests/files/") + name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
@@ -140,5 +142,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TableFileRoundTripTest)
+static const testsupport::RunnableTest<TableFileRoundTripTest> kRunnable;
 #include "TableFileRoundTripTest.moc"

@@ -1,5 +1,6 @@
 #include "files/TableFileWriter.h"
 #include "tests/files/RowTexts.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -178,5 +179,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TableFileWriterTest)
+static const testsupport::RunnableTest<TableFileWriterTest> kRunnable;
 #include "TableFileWriterTest.moc"

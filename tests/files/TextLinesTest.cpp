@@ -1,4 +1,5 @@
 #include "files/TextLines.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -49,5 +50,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TextLinesTest)
+static const testsupport::RunnableTest<TextLinesTest> kRunnable;
 #include "TextLinesTest.moc"

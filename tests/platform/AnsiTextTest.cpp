@@ -1,5 +1,6 @@
 #include "platform/AnsiText.h"
 #include "platform/qt/AnsiText.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -50,5 +51,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(AnsiTextTest)
+static const testsupport::RunnableTest<AnsiTextTest> kRunnable;
 #include "AnsiTextTest.moc"

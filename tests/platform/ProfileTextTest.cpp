@@ -1,4 +1,5 @@
 #include "platform/ProfileText.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -225,5 +226,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ProfileTextTest)
+static const testsupport::RunnableTest<ProfileTextTest> kRunnable;
 #include "ProfileTextTest.moc"

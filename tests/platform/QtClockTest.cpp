@@ -1,4 +1,5 @@
 #include "platform/qt/QtClock.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -51,5 +52,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(QtClockTest)
+static const testsupport::RunnableTest<QtClockTest> kRunnable;
 #include "QtClockTest.moc"

@@ -1,4 +1,5 @@
 #include "platform/qt/QtFileDialogs.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
@@ -158,5 +159,5 @@ private:
     const QTemporaryDir m_settings;
 };
 
-QTEST_MAIN(QtFileDialogsTest)
+static const testsupport::RunnableTest<QtFileDialogsTest> kRunnable;
 #include "QtFileDialogsTest.moc"

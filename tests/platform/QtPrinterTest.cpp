@@ -1,5 +1,6 @@
 #include "platform/qt/QtPrinter.h"
 #include "tests/support/PrintedPdf.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -304,5 +305,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(QtPrinterTest)
+static const testsupport::RunnableTest<QtPrinterTest> kRunnable;
 #include "QtPrinterTest.moc"

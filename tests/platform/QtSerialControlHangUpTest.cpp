@@ -1,4 +1,5 @@
 #include "tests/platform/SerialLine.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QAbstractEventDispatcher>
@@ -216,5 +217,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(QtSerialControlHangUpTest)
+static const testsupport::RunnableTest<QtSerialControlHangUpTest> kRunnable;
 #include "QtSerialControlHangUpTest.moc"

@@ -1,4 +1,5 @@
 #include "tests/platform/SerialLine.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QRegularExpression>
@@ -424,5 +425,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(QtSerialControlTest)
+static const testsupport::RunnableTest<QtSerialControlTest> kRunnable;
 #include "QtSerialControlTest.moc"

@@ -1,6 +1,7 @@
 #include "platform/qt/ReceiveEvents.h"
 
 #include "platform/SerialControl.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -265,5 +266,5 @@ private slots:
     }
 };
 
-QTEST_GUILESS_MAIN(ReceiveEventsTest)
+static const testsupport::RunnableTest<ReceiveEventsTest> kRunnable;
 #include "ReceiveEventsTest.moc"

@@ -1,4 +1,5 @@
 #include "platform/ReceivedLines.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -70,5 +71,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ReceivedLinesTest)
+static const testsupport::RunnableTest<ReceivedLinesTest> kRunnable;
 #include "ReceivedLinesTest.moc"

@@ -1,5 +1,6 @@
 #include "platform/Registry.h"
 #include "platform/StartProgram.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -62,5 +63,5 @@ private slots:
 #endif
 };
 
-QTEST_APPLESS_MAIN(RegistryTest)
+static const testsupport::RunnableTest<RegistryTest> kRunnable;
 #include "RegistryTest.moc"

@@ -1,4 +1,5 @@
 #include "platform/qt/VisibleText.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QSet>
 #include <QTest>
@@ -79,5 +80,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(VisibleTextTest)
+static const testsupport::RunnableTest<VisibleTextTest> kRunnable;
 #include "VisibleTextTest.moc"

@@ -2,6 +2,7 @@
 
 #include "platform/qt/FrontWindow.h"
 #include "platform/qt/QtWindowOrder.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -115,5 +116,5 @@ private:
     platform::QtWindowOrder m_order;
 };
 
-QTEST_MAIN(WindowOrderTest)
+static const testsupport::RunnableTest<WindowOrderTest> kRunnable;
 #include "WindowOrderTest.moc"

@@ -1,4 +1,5 @@
 #include "tests/report/ConfigurationReport.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -233,5 +234,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ConfigurationSummaryTest)
+static const testsupport::RunnableTest<ConfigurationSummaryTest> kRunnable;
 #include "ConfigurationSummaryTest.moc"

@@ -1,4 +1,5 @@
 #include "tests/report/ConfigurationReport.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -249,5 +250,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ConfigurationWordsTest)
+static const testsupport::RunnableTest<ConfigurationWordsTest> kRunnable;
 #include "ConfigurationWordsTest.moc"

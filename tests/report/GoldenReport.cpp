@@ -1,4 +1,5 @@
 #include "tests/report/GoldenReport.h"
+#include "tests/support/SourceFile.h"
 
 #include <QFile>
 #include <QTest>
@@ -7,7 +8,7 @@ namespace golden {
 
 QByteArray report(const char* name)
 {
-    const QString path = QFINDTESTDATA(QLatin1String("golden/") + QLatin1String(name) + QLatin1String(".txt"));
+    const QString path = testsupport::sourceFile(QStringLiteral("tests/report/golden/%1.txt").arg(QLatin1String(name)));
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

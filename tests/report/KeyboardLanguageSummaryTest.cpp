@@ -1,6 +1,7 @@
 #include "report/KeyboardLanguageSummary.h"
 #include "tests/report/GoldenReport.h"
 #include "tests/report/ScriptedTable.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -304,5 +305,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(KeyboardLanguageSummaryTest)
+static const testsupport::RunnableTest<KeyboardLanguageSummaryTest> kRunnable;
 #include "KeyboardLanguageSummaryTest.moc"

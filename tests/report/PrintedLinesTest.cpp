@@ -1,5 +1,6 @@
 #include "report/PrintedLines.h"
 #include "tests/report/GoldenReport.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -88,5 +89,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(PrintedLinesTest)
+static const testsupport::RunnableTest<PrintedLinesTest> kRunnable;
 #include "PrintedLinesTest.moc"

@@ -2,6 +2,7 @@
 #include "tests/report/GoldenReport.h"
 #include "tests/report/SummaryBench.h"
 #include "tests/support/PrintedPdf.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -204,5 +205,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(PrintedReportTest)
+static const testsupport::RunnableTest<PrintedReportTest> kRunnable;
 #include "PrintedReportTest.moc"

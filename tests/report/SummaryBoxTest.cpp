@@ -1,4 +1,5 @@
 #include "report/ui/SummaryBox.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QClipboard>
 #include <QFontInfo>
@@ -158,5 +159,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SummaryBoxTest)
+static const testsupport::RunnableTest<SummaryBoxTest> kRunnable;
 #include "SummaryBoxTest.moc"

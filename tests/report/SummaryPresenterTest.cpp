@@ -2,6 +2,7 @@
 #include "tests/report/GoldenReport.h"
 #include "tests/report/ScriptedTable.h"
 #include "tests/report/SummaryBench.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QAbstractEventDispatcher>
 #include <QApplication>
@@ -289,5 +290,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SummaryPresenterTest)
+static const testsupport::RunnableTest<SummaryPresenterTest> kRunnable;
 #include "SummaryPresenterTest.moc"

@@ -1,5 +1,6 @@
 #include "report/ui/frmSummary.h"
 #include "tests/report/SummaryBench.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QApplication>
 #include <QScreen>
@@ -467,5 +468,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(frmSummaryTest)
+static const testsupport::RunnableTest<frmSummaryTest> kRunnable;
 #include "frmSummaryTest.moc"

@@ -1,6 +1,7 @@
 #include "simulator/CommandLine.h"
 #include "simulator/FaultRule.h"
 #include "simulator/FaultRules.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -170,5 +171,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(CommandLineTest)
+static const testsupport::RunnableTest<CommandLineTest> kRunnable;
 #include "CommandLineTest.moc"

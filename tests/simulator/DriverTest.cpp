@@ -1,4 +1,5 @@
 #include "simulator/Driver.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -56,5 +57,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(DriverTest)
+static const testsupport::RunnableTest<DriverTest> kRunnable;
 #include "DriverTest.moc"

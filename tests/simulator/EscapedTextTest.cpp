@@ -1,4 +1,5 @@
 #include "simulator/EscapedText.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -73,5 +74,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(EscapedTextTest)
+static const testsupport::RunnableTest<EscapedTextTest> kRunnable;
 #include "EscapedTextTest.moc"

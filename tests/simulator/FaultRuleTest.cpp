@@ -1,4 +1,5 @@
 #include "simulator/FaultRule.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -196,5 +197,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(FaultRuleTest)
+static const testsupport::RunnableTest<FaultRuleTest> kRunnable;
 #include "FaultRuleTest.moc"

@@ -1,4 +1,5 @@
 #include "simulator/FaultRules.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -222,5 +223,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(FaultRulesTest)
+static const testsupport::RunnableTest<FaultRulesTest> kRunnable;
 #include "FaultRulesTest.moc"

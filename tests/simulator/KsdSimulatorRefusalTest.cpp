@@ -1,6 +1,7 @@
 #include "FolderTree.h"
 #include "SimulatorProcess.h"
 #include "TerminalClient.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -167,5 +168,5 @@ private:
     std::unique_ptr<SimulatorProcess> m_simulator;
 };
 
-QTEST_GUILESS_MAIN(KsdSimulatorRefusalTest)
+static const testsupport::RunnableTest<KsdSimulatorRefusalTest> kRunnable;
 #include "KsdSimulatorRefusalTest.moc"

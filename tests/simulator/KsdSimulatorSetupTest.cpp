@@ -1,6 +1,7 @@
 #include "FolderTree.h"
 #include "SimulatorProcess.h"
 #include "TerminalClient.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -285,5 +286,5 @@ private:
     std::unique_ptr<SimulatorProcess> m_simulator;
 };
 
-QTEST_GUILESS_MAIN(KsdSimulatorSetupTest)
+static const testsupport::RunnableTest<KsdSimulatorSetupTest> kRunnable;
 #include "KsdSimulatorSetupTest.moc"

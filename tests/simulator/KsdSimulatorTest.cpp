@@ -1,5 +1,6 @@
 #include "SimulatorProcess.h"
 #include "TerminalClient.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QElapsedTimer>
 #include <QFileInfo>
@@ -400,5 +401,5 @@ private:
     std::unique_ptr<SimulatorProcess> m_simulator;
 };
 
-QTEST_GUILESS_MAIN(KsdSimulatorTest)
+static const testsupport::RunnableTest<KsdSimulatorTest> kRunnable;
 #include "KsdSimulatorTest.moc"

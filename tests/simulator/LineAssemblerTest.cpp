@@ -1,4 +1,5 @@
 #include "simulator/LineAssembler.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -51,5 +52,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(LineAssemblerTest)
+static const testsupport::RunnableTest<LineAssemblerTest> kRunnable;
 #include "LineAssemblerTest.moc"

@@ -1,4 +1,5 @@
 #include "simulator/ParameterMemory.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -141,5 +142,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ParameterMemoryTest)
+static const testsupport::RunnableTest<ParameterMemoryTest> kRunnable;
 #include "ParameterMemoryTest.moc"

@@ -1,5 +1,6 @@
 #include "simulator/ReaderModel.h"
 #include "simulator/DeviceObject.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -91,5 +92,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ReaderModelTest)
+static const testsupport::RunnableTest<ReaderModelTest> kRunnable;
 #include "ReaderModelTest.moc"

@@ -1,4 +1,5 @@
 #include "simulator/SampleCards.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QRegularExpression>
 #include <QSet>
@@ -78,5 +79,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(SampleCardsTest)
+static const testsupport::RunnableTest<SampleCardsTest> kRunnable;
 #include "SampleCardsTest.moc"

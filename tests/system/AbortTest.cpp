@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -184,6 +185,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(AbortTest)
+static const testsupport::RunnableTest<AbortTest> kRunnable;
 
 #include "AbortTest.moc"

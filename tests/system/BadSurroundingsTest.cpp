@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -264,6 +265,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(BadSurroundingsTest)
+static const testsupport::RunnableTest<BadSurroundingsTest> kRunnable;
 
 #include "BadSurroundingsTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -229,6 +230,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(DialogsTest)
+static const testsupport::RunnableTest<DialogsTest> kRunnable;
 
 #include "DialogsTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -141,6 +142,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(FilesTest)
+static const testsupport::RunnableTest<FilesTest> kRunnable;
 
 #include "FilesTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -204,6 +205,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(HostileRepliesTest)
+static const testsupport::RunnableTest<HostileRepliesTest> kRunnable;
 
 #include "HostileRepliesTest.moc"

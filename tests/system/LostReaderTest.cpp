@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -127,6 +128,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(LostReaderTest)
+static const testsupport::RunnableTest<LostReaderTest> kRunnable;
 
 #include "LostReaderTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
 
@@ -88,6 +89,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(ProgramCommandLineTest)
+static const testsupport::RunnableTest<ProgramCommandLineTest> kRunnable;
 
 #include "ProgramCommandLineTest.moc"

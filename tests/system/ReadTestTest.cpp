@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -153,6 +154,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(ReadTestTest)
+static const testsupport::RunnableTest<ReadTestTest> kRunnable;
 
 #include "ReadTestTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -240,6 +241,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(StartTest)
+static const testsupport::RunnableTest<StartTest> kRunnable;
 
 #include "StartTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/ExpectedCommands.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
@@ -178,6 +179,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(TransferTest)
+static const testsupport::RunnableTest<TransferTest> kRunnable;
 
 #include "TransferTest.moc"

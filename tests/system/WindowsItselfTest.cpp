@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
 
@@ -86,6 +87,6 @@ private slots:
 
 } // namespace
 
-QTEST_GUILESS_MAIN(WindowsItselfTest)
+static const testsupport::RunnableTest<WindowsItselfTest> kRunnable;
 
 #include "WindowsItselfTest.moc"

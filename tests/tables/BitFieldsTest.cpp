@@ -1,4 +1,5 @@
 #include "tables/BitFields.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -9,6 +10,8 @@
 
 using namespace tables;
 
+namespace {
+
 // What a choice does to a byte, written down here on its own.
 struct Choice
 {
@@ -18,7 +21,7 @@ struct Choice
     unsigned set;
 };
 
-static const std::vector<Choice>& choices()
+const std::vector<Choice>& choices()
 {
     static const std::vector<Choice> all = {
         {&fields::radTk1, 0, 0x03, 0x00},
@@ -65,6 +68,8 @@ static const std::vector<Choice>& choices()
     };
     return all;
 }
+
+} // namespace
 
 Q_DECLARE_METATYPE(const tables::BitField*)
 
@@ -165,5 +170,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(BitFieldsTest)
+static const testsupport::RunnableTest<BitFieldsTest> kRunnable;
 #include "BitFieldsTest.moc"

@@ -1,4 +1,5 @@
 #include "tests/support/EditorWindow.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QLocale>
 
@@ -272,5 +273,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ConfigurationBoxesTest)
+static const testsupport::RunnableTest<ConfigurationBoxesTest> kRunnable;
 #include "ConfigurationBoxesTest.moc"

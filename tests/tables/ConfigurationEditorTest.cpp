@@ -1,4 +1,5 @@
 #include "tests/support/EditorWindow.h"
+#include "tests/support/RunnableTest.h"
 
 using testsupport::EditorWindow;
 
@@ -298,5 +299,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ConfigurationEditorTest)
+static const testsupport::RunnableTest<ConfigurationEditorTest> kRunnable;
 #include "ConfigurationEditorTest.moc"

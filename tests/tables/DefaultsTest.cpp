@@ -1,4 +1,5 @@
 #include "tables/Defaults.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -243,5 +244,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(DefaultsTest)
+static const testsupport::RunnableTest<DefaultsTest> kRunnable;
 #include "DefaultsTest.moc"

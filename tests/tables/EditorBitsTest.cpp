@@ -2,6 +2,7 @@
 // written down here a second time, apart from the product's own description.
 
 #include "tests/support/EditorWindow.h"
+#include "tests/support/RunnableTest.h"
 
 #include <functional>
 
@@ -218,5 +219,5 @@ private:
     }
 };
 
-QTEST_MAIN(EditorBitsTest)
+static const testsupport::RunnableTest<EditorBitsTest> kRunnable;
 #include "EditorBitsTest.moc"

@@ -2,6 +2,7 @@
 // a screen reader says.
 
 #include "tests/support/EditorWindow.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QAccessible>
 #include <QApplication>
@@ -356,5 +357,5 @@ private:
     }
 };
 
-QTEST_MAIN(EditorLooksTest)
+static const testsupport::RunnableTest<EditorLooksTest> kRunnable;
 #include "EditorLooksTest.moc"

@@ -2,6 +2,7 @@
 #include "tables/KeyFilters.h"
 #include "tables/PairValue.h"
 #include "tables/RowKinds.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -127,5 +128,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(EditorTextsTest)
+static const testsupport::RunnableTest<EditorTextsTest> kRunnable;
 #include "EditorTextsTest.moc"

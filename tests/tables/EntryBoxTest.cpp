@@ -1,6 +1,7 @@
 // The keys that the entry boxes take, and what comes in by other ways.
 
 #include "tests/support/EditorWindow.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -204,5 +205,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(EntryBoxTest)
+static const testsupport::RunnableTest<EntryBoxTest> kRunnable;
 #include "EntryBoxTest.moc"

@@ -1,4 +1,5 @@
 #include "tables/HexText.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -84,5 +85,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(HexTextTest)
+static const testsupport::RunnableTest<HexTextTest> kRunnable;
 #include "HexTextTest.moc"

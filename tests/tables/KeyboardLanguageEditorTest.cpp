@@ -1,4 +1,5 @@
 #include "tests/support/EditorWindow.h"
+#include "tests/support/RunnableTest.h"
 
 #include <algorithm>
 
@@ -359,5 +360,5 @@ private:
     }
 };
 
-QTEST_MAIN(KeyboardLanguageEditorTest)
+static const testsupport::RunnableTest<KeyboardLanguageEditorTest> kRunnable;
 #include "KeyboardLanguageEditorTest.moc"

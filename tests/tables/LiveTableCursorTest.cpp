@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/tables/LiveTableFixture.h"
 
 #include <QTest>
@@ -285,5 +286,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(LiveTableCursorTest)
+static const testsupport::RunnableTest<LiveTableCursorTest> kRunnable;
 #include "LiveTableCursorTest.moc"

@@ -1,4 +1,5 @@
 #include "tables/ParamTables.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/tables/LiveTableFixture.h"
 
 #include <QTest>
@@ -412,5 +413,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(LiveTableEntryTest)
+static const testsupport::RunnableTest<LiveTableEntryTest> kRunnable;
 #include "LiveTableEntryTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/tables/LiveTableFixture.h"
 
 #include <QTest>
@@ -227,5 +228,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(LiveTableMarksTest)
+static const testsupport::RunnableTest<LiveTableMarksTest> kRunnable;
 #include "LiveTableMarksTest.moc"

@@ -1,4 +1,5 @@
 #include "tables/ParamTables.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/tables/LiveTableFixture.h"
 
 #include <QTest>
@@ -286,5 +287,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(LiveTableResetTest)
+static const testsupport::RunnableTest<LiveTableResetTest> kRunnable;
 #include "LiveTableResetTest.moc"

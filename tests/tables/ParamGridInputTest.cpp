@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/tables/ShownGrid.h"
 
 #include <QHeaderView>
@@ -275,5 +276,5 @@ private:
     }
 };
 
-QTEST_MAIN(ParamGridInputTest)
+static const testsupport::RunnableTest<ParamGridInputTest> kRunnable;
 #include "ParamGridInputTest.moc"

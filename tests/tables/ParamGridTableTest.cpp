@@ -1,5 +1,6 @@
 #include "tables/LiveTable.h"
 #include "tests/support/FakeTableHost.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 #include "tests/tables/ShownGrid.h"
 
@@ -314,5 +315,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ParamGridTableTest)
+static const testsupport::RunnableTest<ParamGridTableTest> kRunnable;
 #include "ParamGridTableTest.moc"

@@ -1,3 +1,4 @@
+#include "tests/support/RunnableTest.h"
 #include "tests/tables/ShownGrid.h"
 
 #include <QScrollBar>
@@ -316,5 +317,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(ParamGridTest)
+static const testsupport::RunnableTest<ParamGridTest> kRunnable;
 #include "ParamGridTest.moc"

@@ -1,4 +1,5 @@
 #include "tables/ParamTable.h"
+#include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
 #include <QTest>
@@ -388,5 +389,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ParamTableTest)
+static const testsupport::RunnableTest<ParamTableTest> kRunnable;
 #include "ParamTableTest.moc"

@@ -1,6 +1,7 @@
 // Sending one row by a double-click in the grid.
 
 #include "tests/support/EditorWindow.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QHeaderView>
 
@@ -252,5 +253,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(SendRowTest)
+static const testsupport::RunnableTest<SendRowTest> kRunnable;
 #include "SendRowTest.moc"

@@ -1,5 +1,6 @@
 #include "tables/Dec2Bin.h"
 #include "tables/Parsings.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -45,5 +46,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(TextHelpersTest)
+static const testsupport::RunnableTest<TextHelpersTest> kRunnable;
 #include "TextHelpersTest.moc"

@@ -4,6 +4,7 @@
 #include "app/ProgramVersion.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/Windows.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -116,5 +117,5 @@ private:
     std::vector<std::byte> m_information;
 };
 
-QTEST_APPLESS_MAIN(VersionResourceTest)
+static const testsupport::RunnableTest<VersionResourceTest> kRunnable;
 #include "VersionResourceTest.moc"

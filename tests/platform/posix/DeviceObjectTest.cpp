@@ -3,6 +3,7 @@
 #include "tests/platform/TestFiles.h"
 #include "tests/platform/posix/ChildProcess.h"
 #include "tests/platform/posix/PseudoTerminal.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QElapsedTimer>
 #include <QTest>
@@ -395,5 +396,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(DeviceObjectTest)
+static const testsupport::RunnableTest<DeviceObjectTest> kRunnable;
 #include "DeviceObjectTest.moc"

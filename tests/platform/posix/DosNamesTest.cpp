@@ -1,6 +1,7 @@
 #include "platform/DosNames.h"
 
 #include "tests/platform/TestFiles.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -196,5 +197,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(DosNamesTest)
+static const testsupport::RunnableTest<DosNamesTest> kRunnable;
 #include "DosNamesTest.moc"

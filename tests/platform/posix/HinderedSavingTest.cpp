@@ -3,6 +3,7 @@
 #include "tests/platform/TestFiles.h"
 #include "tests/platform/posix/ChildProcess.h"
 #include "tests/platform/posix/FileAttempts.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -319,5 +320,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(HinderedSavingTest)
+static const testsupport::RunnableTest<HinderedSavingTest> kRunnable;
 #include "HinderedSavingTest.moc"

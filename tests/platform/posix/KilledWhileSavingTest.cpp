@@ -1,6 +1,7 @@
 #include "platform/ReplaceFile.h"
 
 #include "tests/platform/TestFiles.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -202,5 +203,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(KilledWhileSavingTest)
+static const testsupport::RunnableTest<KilledWhileSavingTest> kRunnable;
 #include "KilledWhileSavingTest.moc"

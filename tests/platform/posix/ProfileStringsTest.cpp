@@ -2,6 +2,7 @@
 
 #include "tests/platform/TestFiles.h"
 #include "tests/platform/posix/ChildProcess.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -275,5 +276,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ProfileStringsTest)
+static const testsupport::RunnableTest<ProfileStringsTest> kRunnable;
 #include "ProfileStringsTest.moc"

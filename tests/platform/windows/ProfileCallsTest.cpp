@@ -3,6 +3,7 @@
 #include "platform/ProfileStrings.h"
 #include "platform/windows/Windows.h"
 #include "tests/platform/TestFiles.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -142,5 +143,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(ProfileCallsTest)
+static const testsupport::RunnableTest<ProfileCallsTest> kRunnable;
 #include "ProfileCallsTest.moc"

@@ -5,6 +5,7 @@
 #include "platform/StartProgram.h"
 #include "platform/windows/Windows.h"
 #include "tests/platform/TestFiles.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -141,8 +142,9 @@ int main(int argc, char* argv[])
         test::writeBytes(sign.toStdString(), "here");
         return 0;
     }
-    QCoreApplication application(argc, argv);
-    SystemCallsTest test;
-    return QTest::qExec(&test, argc, argv);
+    const QCoreApplication application(argc, argv);
+    return testsupport::runTests(argc, argv);
 }
+
+static const testsupport::RunnableTest<SystemCallsTest> kRunnable;
 #include "SystemCallsTest.moc"

@@ -2,6 +2,7 @@
 
 #include "platform/qt/QtWindowOrder.h"
 #include "platform/windows/Windows.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QDialog>
 #include <QTest>
@@ -55,5 +56,5 @@ private slots:
     }
 };
 
-QTEST_MAIN(TopmostTest)
+static const testsupport::RunnableTest<TopmostTest> kRunnable;
 #include "TopmostTest.moc"

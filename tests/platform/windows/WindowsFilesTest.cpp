@@ -3,6 +3,7 @@
 #include "platform/ReplaceFile.h"
 #include "platform/windows/Handle.h"
 #include "tests/platform/TestFiles.h"
+#include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
@@ -162,5 +163,5 @@ private slots:
     }
 };
 
-QTEST_APPLESS_MAIN(WindowsFilesTest)
+static const testsupport::RunnableTest<WindowsFilesTest> kRunnable;
 #include "WindowsFilesTest.moc"
