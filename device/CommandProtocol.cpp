@@ -2,7 +2,7 @@
 
 #include "device/Commands.h"
 #include "device/Replies.h"
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 namespace device {
 
@@ -112,7 +112,7 @@ void CommandProtocol::Send_Parameter_KB(std::string& address)
     const std::string value = m_tables.GetTableEntry_KB(address);
     sendAndShow(commands::writeParameter(firstCharacters(address, 3), firstCharacters(value, 2)));
     if (value.size() > 2) {
-        address = tables::nextAddress(address);
+        address = text::nextAddress(address);
         sendAndShow(commands::writeParameter(address, lastCharacters(value, 2)));
     }
 }

@@ -31,8 +31,6 @@ public:
     QList<int> keys;
 };
 
-} // namespace
-
 class EntryBoxTest final : public QObject
 {
     Q_OBJECT
@@ -204,6 +202,8 @@ private slots:
         QVERIFY(!box->hasSelectedText());
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<EntryBoxTest> kRunnable;
 #include "EntryBoxTest.moc"
