@@ -1,7 +1,8 @@
 #include "app/LinkLamp.h"
 
+#include "app/SeenColor.h"
+
 #include <QPainter>
-#include <QRadialGradient>
 
 namespace app {
 
@@ -31,14 +32,9 @@ void LinkLamp::paintEvent([[maybe_unused]] QPaintEvent* event)
 {
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    const QRectF circle = QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5);
-    QRadialGradient glass(circle.center() - QPointF(circle.width() * 0.15, circle.height() * 0.2),
-                          circle.width() * 0.6);
-    glass.setColorAt(0.0, fillColor().lighter(m_isLit ? 150 : 130));
-    glass.setColorAt(1.0, fillColor());
-    painter.setPen(QPen(palette().color(QPalette::Mid), 1.0));
-    painter.setBrush(glass);
-    painter.drawEllipse(circle);
+    painter.setPen(QPen(ringOf(palette()), 1.5)); // either colour is hardly seen on some window
+    painter.setBrush(fillColor());
+    painter.drawEllipse(QRectF(rect()).adjusted(1.5, 1.5, -1.5, -1.5));
 }
 
 } // namespace app

@@ -93,15 +93,33 @@ public:
     bool opens = true;
     std::string answer = "/get port_name=COM5\r";
     std::string openedName;
+    std::function<void(const char* call)> onCall;
 
     platform::Result<void> open(std::string_view dosName) override
     {
+        called("open");
         openedName = dosName;
         return opens ? platform::Result<void>() : platform::SystemError{.number = 2, .description = "No such file"};
     }
-    platform::Result<void> write([[maybe_unused]] std::string_view bytes) override { return {}; }
-    platform::Result<std::string> read([[maybe_unused]] std::size_t most) override { return answer; }
-    void close() override {}
+    platform::Result<void> write([[maybe_unused]] std::string_view bytes) override
+    {
+        called("write");
+        return {};
+    }
+    platform::Result<std::string> read([[maybe_unused]] std::size_t most) override
+    {
+        called("read");
+        return answer;
+    }
+    void close() override { called("close"); }
+
+private:
+    void called(const char* call)
+    {
+        if (onCall) {
+            onCall(call);
+        }
+    }
 };
 
 } // namespace testsupport

@@ -1,20 +1,20 @@
 #include "tests/system/driver/DriverCommands.h"
 
+#include "tests/support/Palettes.h"
 #include "tests/system/driver/Arguments.h"
 #include "tests/system/driver/Controls.h"
 #include "tests/system/driver/UserInput.h"
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QColor>
 #include <QGuiApplication>
 #include <QMenu>
 #include <QMessageBox>
 #include <QMetaProperty>
-#include <QPalette>
 #include <QPixmap>
 #include <QPushButton>
 #include <QScreen>
+#include <QStyle>
 #include <QTabWidget>
 
 #include <algorithm>
@@ -314,45 +314,19 @@ QString grab(Arguments& arguments)
 
 // --- Looks ---
 
-QPalette contrastPalette()
-{
-    QPalette palette(Qt::black);
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::ToolTipText}) {
-        palette.setColor(role, Qt::white);
-    }
-    for (const auto role :
-         {QPalette::Window, QPalette::Base, QPalette::AlternateBase, QPalette::Button, QPalette::ToolTipBase}) {
-        palette.setColor(role, Qt::black);
-    }
-    palette.setColor(QPalette::Highlight, QColor(0x1A, 0xEB, 0xFF));
-    palette.setColor(QPalette::HighlightedText, Qt::black);
-    palette.setColor(QPalette::PlaceholderText, QColor(0xC0, 0xC0, 0xC0));
-    for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(QPalette::Disabled, role, QColor(0x3F, 0xF2, 0x3F));
-    }
-    return palette;
-}
-
-QPalette darkPalette()
-{
-    QPalette palette(QColor(0x35, 0x35, 0x35), QColor(0x2B, 0x2B, 0x2B));
-    palette.setColor(QPalette::Base, QColor(0x23, 0x23, 0x23));
-    palette.setColor(QPalette::AlternateBase, QColor(0x2B, 0x2B, 0x2B));
-    palette.setColor(QPalette::Highlight, QColor(0x2A, 0x82, 0xDA));
-    palette.setColor(QPalette::HighlightedText, Qt::white);
-    return palette;
-}
-
 // The colours that a user may have chosen for the whole desktop.
 QString palette(Arguments& arguments)
 {
     const QString name = arguments.word("palette");
-    if (name == u"dark") {
-        QApplication::setPalette(darkPalette());
-    } else if (name == u"contrast") {
-        QApplication::setPalette(contrastPalette());
-    } else if (name != u"light") {
+    const auto* const wanted = std::ranges::find_if(
+        testsupport::kPalettes, [&name](const auto& known) { return name == QLatin1String(known.name); });
+    if (wanted == testsupport::kPalettes.end()) {
         throw Refusal{u"no such palette: "_s + name};
+    }
+    if (name != u"light") { // the desktop's own is light
+        QPalette colors = wanted->make();
+        QApplication::style()->polish(colors); // as the desktop's own pass through the style
+        QApplication::setPalette(colors);
     }
     return {};
 }
