@@ -6,6 +6,8 @@ namespace app {
 
 namespace {
 
+constexpr int kAboveText = 3; // and below it, the panel's frame included
+
 QString words(const char* text)
 {
     return QCoreApplication::translate("StatusPanels", text);
@@ -25,11 +27,11 @@ StatusPanels::StatusPanels(QStatusBar& bar)
         panel->setFrameStyle(static_cast<int>(QFrame::StyledPanel) | static_cast<int>(QFrame::Sunken));
         // A long reply in a panel must neither widen the window nor make the bar taller.
         panel->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-        panel->setFixedHeight(panel->fontMetrics().height() + 6);
+        panel->setFixedHeight(panel->fontMetrics().height() + 2 * kAboveText);
         // A reply shown whole may carry its line end; its first line is the one to be seen.
         panel->setAlignment(Qt::AlignLeft | Qt::AlignTop);
-        panel->setMargin(1);
-        panel->setIndent(3);
+        panel->setIndent(0); // it would lower the text as well
+        panel->setMargin(kAboveText - panel->frameWidth());
         bar.addWidget(panel, stretch);
         return panel;
     };
