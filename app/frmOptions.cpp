@@ -301,7 +301,7 @@ void frmOptions::testName()
     m_testSetPort = m_testSetPort || setPort || m_link.PortNumber != numberBefore;
     if (found) {
         say(name + " successfully opened (COM port " + std::to_string(m_link.PortNumber) + " found)");
-        m_portSetup.setPortScroll(m_link.PortNumber);
+        sclComPort->setValue(m_link.PortNumber); // it can be moved while the answer is read
     } else {
         say("Unable to open " + name);
     }
