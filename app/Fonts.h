@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/qt/ColumnFont.h"
+
 #include <QFont>
 
 // The typefaces that the windows ask for by name. Where one is missing, the system's nearest takes its place.
@@ -8,10 +10,8 @@ namespace app {
 // For hexadecimal text and names of devices, in the size of a font.
 [[nodiscard]] inline QFont courierNew(const QFont& like)
 {
-    QFont font(QStringLiteral("Courier New"));
+    QFont font = platform::columnFont(QStringLiteral("Courier New"));
     font.setPointSizeF(like.pointSizeF());
-    font.setStyleHint(QFont::Monospace);
-    font.setFixedPitch(true);
     return font;
 }
 

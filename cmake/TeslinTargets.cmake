@@ -94,9 +94,13 @@ function(teslin_precompile target kind)
     target_precompile_headers(${target} REUSE_FROM teslin_headers_${kind})
 endfunction()
 
-# The surroundings of every test, so that none depends on the machine's: see tests/surroundings.
+# The surroundings of every test, so that none depends on the machine's: see tests/surroundings. FONTS names a file of
+# tests/surroundings other than fonts.conf.
 function(teslin_test_surroundings name)
-    cmake_parse_arguments(ARG "ON_SCREEN" "" "MORE" ${ARGN})
+    cmake_parse_arguments(ARG "ON_SCREEN" "FONTS" "MORE" ${ARGN})
+    if(NOT ARG_FONTS)
+        set(ARG_FONTS fonts.conf)
+    endif()
     set(home ${CMAKE_BINARY_DIR}/tests/home)
     file(MAKE_DIRECTORY ${home})
     set(environment LANG=C.UTF-8 LC_ALL=C.UTF-8 TZ=UTC HOME=${home} ASAN_OPTIONS=detect_leaks=0 ${ARG_MORE})
@@ -109,7 +113,7 @@ function(teslin_test_surroundings name)
         # Without a screen Qt knows no fonts there but those of a folder.
         list(APPEND environment QT_QPA_FONTDIR=/usr/share/fonts/truetype/dejavu)
     else()
-        list(APPEND environment FONTCONFIG_FILE=${PROJECT_SOURCE_DIR}/tests/surroundings/fonts.conf)
+        list(APPEND environment FONTCONFIG_FILE=${PROJECT_SOURCE_DIR}/tests/surroundings/${ARG_FONTS})
     endif()
     set(unset)
     foreach(variable IN ITEMS DISPLAY WAYLAND_DISPLAY DBUS_SESSION_BUS_ADDRESS XDG_CONFIG_HOME XDG_DATA_HOME

@@ -5,7 +5,8 @@ build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serial
 settings=()
 
 screen_packages=(xvfb xauth xdotool fonts-dejavu-core)
-test_packages=(poppler-utils)
+# The fonts are those of tests/surroundings.
+test_packages=(poppler-utils fonts-dejavu-core fonts-liberation fonts-noto-mono fonts-urw-base35)
 package_packages=(dpkg-dev appstream desktop-file-utils lintian man-db)
 # The Windows program, and what runs it here.
 windows_packages=(g++-mingw-w64-x86-64 zip xz-utils)

@@ -1,6 +1,7 @@
 #include "platform/qt/QtPrinter.h"
 
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/ColumnFont.h"
 #include "platform/qt/FrontWindow.h"
 #include "platform/qt/PrintedPages.h"
 #include "platform/qt/VisibleText.h"
@@ -56,9 +57,7 @@ bool QtPrinter::setFontName(std::string_view family)
     if (m_device && !canPrint(*m_device)) {
         m_device.reset(); // a printer may have come since
     }
-    m_font = QFont(toQString(family));
-    m_font.setStyleHint(QFont::Monospace);
-    m_font.setFixedPitch(true);
+    m_font = columnFont(toQString(family));
     return canPrint(device());
 }
 

@@ -1,6 +1,7 @@
 #include "report/ui/SummaryBox.h"
 
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/ColumnFont.h"
 #include "platform/qt/VisibleText.h"
 
 namespace report {
@@ -14,9 +15,8 @@ constexpr int kFontPoints = 12;
 SummaryBox::SummaryBox(QWidget* parent)
     : QPlainTextEdit(parent)
 {
-    QFont reportFont(platform::toQString(kFontName), kFontPoints);
-    reportFont.setStyleHint(QFont::Monospace);
-    reportFont.setFixedPitch(true);
+    QFont reportFont = platform::columnFont(platform::toQString(kFontName));
+    reportFont.setPointSize(kFontPoints);
     setFont(reportFont);
     setLineWrapMode(QPlainTextEdit::NoWrap);
     setTabChangesFocus(true);
