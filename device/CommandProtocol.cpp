@@ -140,7 +140,7 @@ void CommandProtocol::MSComm1_OnComm()
         text.pop_back(); // the terminator
     }
     if (text.empty()) {
-        m_boxes.show({.text = "No data read"});
+        sayNoData();
         return;
     }
     const replies::Line line = replies::parseLine(text);
@@ -158,6 +158,17 @@ void CommandProtocol::MSComm1_OnComm()
     case replies::Line::Kind::Ignored:
         break;
     }
+}
+
+// A driver may send blank lines by the thousand. One box at a time says so; those that come behind it are dropped.
+void CommandProtocol::sayNoData()
+{
+    if (m_isSayingNoData) {
+        return;
+    }
+    m_isSayingNoData = true;
+    m_boxes.show({.text = "No data read"});
+    m_isSayingNoData = false;
 }
 
 void CommandProtocol::connectionLost()

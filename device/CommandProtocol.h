@@ -57,6 +57,7 @@ public:
 
 private:
     void MSComm1_OnComm();
+    void sayNoData();
     void connectionLost();
     void output(std::string_view cmd);
     void waitForReplyPeriod();
@@ -71,6 +72,7 @@ private:
     platform::MessageBoxes& m_boxes;
     tables::ParamTables& m_tables;
     std::function<void()> m_onCountdownOver;
+    bool m_isSayingNoData = false; // the box is open
 };
 
 } // namespace device
