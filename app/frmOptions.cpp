@@ -297,8 +297,7 @@ void frmOptions::testName()
     const std::string name = m_link.DriverFriendlyName;
     const int numberBefore = m_link.PortNumber;
     const bool found = m_connection.Detect();
-    const bool setPort = found && device::replies::portNumber(m_portSetup.portText()) == m_link.PortNumber;
-    m_testSetPort = m_testSetPort || setPort || m_link.PortNumber != numberBefore;
+    m_testSetPort = m_testSetPort || found || m_link.PortNumber != numberBefore;
     if (found) {
         say(name + " successfully opened (COM port " + std::to_string(m_link.PortNumber) + " found)");
         sclComPort->setValue(m_link.PortNumber); // it can be moved while the answer is read

@@ -73,15 +73,14 @@ platform::Result<std::string> DriverConnection::askForPortName()
 void DriverConnection::checkPortText()
 {
     const std::string text = m_settings.portText();
-    if (text.find("COM") == std::string::npos) {
+    const std::optional<std::int16_t> number = replies::portNumber(text);
+    if (!number) {
         m_boxes.show({.text = "Could not open Teslin port!", .title = "Error", .icon = platform::BoxIcon::Exclamation});
         return;
     }
-    if (const std::optional<std::int16_t> number = replies::portNumber(text)) {
-        m_link.PortNumber = *number;
-        m_settings.setPortScroll(*number);
-        m_window.setPortText("KSD Port: " + text);
-    }
+    m_link.PortNumber = *number;
+    m_settings.setPortScroll(*number);
+    m_window.setPortText("KSD Port: " + text);
 }
 
 bool DriverConnection::OpenTheDeviceDriver()

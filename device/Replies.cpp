@@ -1,5 +1,6 @@
 #include "device/Replies.h"
 
+#include "platform/SerialControl.h"
 #include "tables/HexText.h"
 
 #include <cstddef>
@@ -17,9 +18,11 @@ constexpr std::size_t kLongestWithoutPayload = 24; // a reply must be longer
 constexpr std::size_t kShortestParameterLine = 28;
 constexpr std::size_t kShortestReadReport = 23;
 
-constexpr double kHighestNumber = 32767; // what the link's numbers can hold
+constexpr double kHighestStatus = 32767; // what the read status can hold
 
 constexpr std::string_view kPort = "COM";
+constexpr double kLowestPort = 1;
+constexpr double kHighestPort = platform::SerialControl::kHighestPort;
 
 bool contains(std::string_view text, std::string_view part)
 {
@@ -56,7 +59,7 @@ int readReportStatus(std::string_view line)
         return kUnknownReadStatus;
     }
     const double status = tables::decimalNumber(fromColumn(line, kReadStatusColumn));
-    return status >= 0 && status <= kHighestNumber ? static_cast<int>(status) : 0;
+    return status >= 0 && status <= kHighestStatus ? static_cast<int>(status) : 0;
 }
 
 } // namespace
@@ -115,6 +118,9 @@ std::optional<std::string> portName(std::string_view answer)
     if (static_cast<unsigned char>(name.back()) < ' ') {
         name.pop_back();
     }
+    if (!portNumber(name)) {
+        return std::nullopt;
+    }
     return name;
 }
 
@@ -125,7 +131,7 @@ std::optional<std::int16_t> portNumber(std::string_view portName)
         return std::nullopt;
     }
     const double number = tables::decimalNumber(portName.substr(at + kPort.size()));
-    if (number < 0 || number > kHighestNumber) {
+    if (number < kLowestPort || number > kHighestPort) {
         return std::nullopt;
     }
     return static_cast<std::int16_t>(number);

@@ -38,10 +38,10 @@ inline constexpr int kUnknownReadStatus = 99;
 [[nodiscard]] std::optional<std::string> parameterValue(std::string_view reply);
 
 // The port's name in the answer of the device object: from the first "COM" to the end of the text (a character 0 ends
-// it), less one control character at the end. Nothing when there is no "COM".
+// it), less one control character at the end. Nothing when there is no "COM", or no number of a port behind it.
 [[nodiscard]] std::optional<std::string> portName(std::string_view answer);
 
-// The number after "COM" in a port's name; nothing when there is no "COM" or the number does not fit 0 to 32767.
+// The number after the first "COM" in a port's name; nothing when there is no "COM" or no port can have the number.
 [[nodiscard]] std::optional<std::int16_t> portNumber(std::string_view portName);
 
 } // namespace device::replies

@@ -138,7 +138,7 @@ private slots:
         QTest::addColumn<QByteArray>("text");
         QTest::addColumn<int>("value");
         QTest::newRow("COM12") << QByteArray("COM12") << 12;
-        QTest::newRow("beyond") << QByteArray("COM300") << 256;
+        QTest::newRow("beyond") << QByteArray("COM300") << 5; // no port has it
         QTest::newRow("with a control character") << QByteArray("COM7\r") << 7;
         QTest::newRow("no port") << QByteArray("modem") << 5;
         QTest::newRow("no number that fits") << QByteArray("COM99999") << 5;
@@ -273,16 +273,31 @@ private slots:
         o.compareNotice(1);
     }
 
-    void aPortBeyondTheBarKeepsItsName()
+    // No port can have such a number, so nothing is said to be found, and Cancel has nothing to keep.
+    void testByNameWithANumberThatNoPortHas_data()
     {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("0") << QByteArray("/get port_name=COM0\r");
+        QTest::newRow("too high") << QByteArray("/get port_name=COM300\r");
+        QTest::newRow("much too high") << QByteArray("/get port_name=COM70000\r");
+        QTest::newRow("negative") << QByteArray("/get port_name=COM-3\r");
+    }
+    void testByNameWithANumberThatNoPortHas()
+    {
+        QFETCH(QByteArray, answer);
         Options o;
-        o.driver.answer = "/get port_name=COM300\r";
+        o.driver.answer = answer.toStdString();
+        o.setup.setPortText("COM8");
         o.open();
         o.boxes.expect(BoxAnswer::Ok);
         o.click("btnTestName");
-        QCOMPARE(o.boxTexts(), QStringList({"Teslin successfully opened (COM port 300 found)"}));
-        QCOMPARE(o.portText(), "COM300");
-        QCOMPARE(o.bar()->value(), 256);
+        QCOMPARE(o.boxTexts(), QStringList({"Unable to open Teslin"}));
+        QCOMPARE(o.portText(), "COM8");
+        QCOMPARE(o.bar()->value(), 8);
+        QCOMPARE(int{o.link.PortNumber}, 8); // the name in the box was taken
+        o.click("cmdCancel");
+        QCOMPARE(o.setup.portText(), "COM8");
+        QCOMPARE(int{o.link.PortNumber}, 8);
     }
 
     // --- Test by port ---

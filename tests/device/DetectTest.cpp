@@ -62,24 +62,29 @@ private slots:
         QVERIFY(!on.port.PortOpen());
     }
 
-    void aNumberThatDoesNotFitIsNone_data()
+    // The port's name in the options stands in for it, as for an answer without a name.
+    void anAnswerWhoseNumberIsNoPortNamesNone_data()
     {
         QTest::addColumn<QByteArray>("answer");
-        QTest::newRow("too high") << QByteArray("COM32768\r");
+        QTest::newRow("0") << QByteArray("COM0\r");
+        QTest::newRow("no number") << QByteArray("COM\r");
+        QTest::newRow("too high") << QByteArray("COM257\r");
+        QTest::newRow("much too high") << QByteArray("COM70000\r");
         QTest::newRow("huge") << "COM" + QByteArray(1900, '9') + "\r";
         QTest::newRow("negative") << QByteArray("COM-3\r");
     }
-    void aNumberThatDoesNotFitIsNone()
+    void anAnswerWhoseNumberIsNoPortNamesNone()
     {
         QFETCH(QByteArray, answer);
         DeviceLink on;
         on.link.PortNumber = 7;
+        on.settings.text = "COM9";
         on.driver.answer = answer.toStdString();
-        QVERIFY(on.connection.Detect());
-        QCOMPARE(QByteArray::fromStdString(on.settings.text), answer.chopped(1));
-        QCOMPARE(int{on.link.PortNumber}, 7);
-        QCOMPARE(on.settings.scroll, 0);
-        QCOMPARE(on.window.portPanel, "");
+        QVERIFY(!on.connection.Detect());
+        QCOMPARE(lines(on.log), kDetectBegins + kExchange + (QByteArrayList{"port scroll: 9", "P2: KSD Port: COM9"}));
+        QCOMPARE(on.settings.text, "COM9");
+        QCOMPARE(int{on.link.PortNumber}, 9);
+        QVERIFY(on.boxes.shown.empty());
     }
 
     void theDeviceObjectCannotBeOpened()
@@ -133,6 +138,8 @@ private slots:
         QTest::newRow("empty") << QByteArray() << QByteArray();
         QTest::newRow("2,000 NULs") << QByteArray(2000, '\0') << QByteArray("port");
         QTest::newRow("lower case") << QByteArray("com5\r") << QByteArray("com5");
+        QTest::newRow("no port has the number") << QByteArray("COM0\r") << QByteArray("COM0");
+        QTest::newRow("no port has the number typed") << QByteArray("\r") << QByteArray("COM70000");
     }
     void noPortIsNamedAnywhere()
     {

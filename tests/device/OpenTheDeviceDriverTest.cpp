@@ -195,15 +195,27 @@ private slots:
         QCOMPARE(int{on.link.PortNumber}, number);
     }
 
-    // A detected name without a number leads to port 0, which no control takes.
-    void aPortWithoutANumberCannotBeSet()
+    // An answer whose number no port can have names none, and the name in the options stands in for it.
+    void anAnswerWithoutAPortIsNotOpened_data()
     {
+        QTest::addColumn<QByteArray>("answer");
+        QTest::newRow("no number") << QByteArray("COMx\r");
+        QTest::newRow("0") << QByteArray("COM0\r");
+        QTest::newRow("too high") << QByteArray("COM70000\r");
+        QTest::newRow("negative") << QByteArray("COM-3\r");
+    }
+    void anAnswerWithoutAPortIsNotOpened()
+    {
+        QFETCH(QByteArray, answer);
         DeviceLink on;
-        on.driver.answer = "COMx\r";
+        on.driver.answer = answer.toStdString();
+        on.settings.text = "COM5";
         on.boxes.expect(BoxAnswer::Ok);
         QVERIFY(!on.connection.OpenTheDeviceDriver());
-        QCOMPARE(on.boxes.lastText(), "Could not open COM0, Invalid argument");
-        QCOMPARE(on.window.portPanel, "KSD Port: COMx");
+        QCOMPARE(on.boxes.lastText(), "Was unable to open the Teslin Device Driver.  Check to see if the driver is "
+                                      "installed and the Teslin is attached");
+        QCOMPARE(on.window.portPanel, "KSD Port: COM5");
+        QCOMPARE(linesWith(on.log, {"port: CommPort", "port: open"}), QByteArrayList{});
     }
 
     void thePortCannotBeOpened()

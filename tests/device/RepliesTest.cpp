@@ -236,17 +236,26 @@ private slots:
         row("2,000 NULs", QByteArray(2000, '\0'), kNothing);
         row("text behind the first NUL", QByteArray("COM5\0COM6\r", 10), "COM5");
         row("COM behind a NUL", QByteArray("port\0COM6\r", 10), "COM6");
+        row("the highest port", head + "COM256\r", "COM256");
+        row("a number with something behind it", head + "COM12abc\r", "COM12abc");
+        // A number that no port can have names none.
+        row("COM alone", "COM", kNothing);
+        row("COM and a carriage return", "COM\r", kNothing);
         row("NUL directly behind COM",
             QByteArray("COM\0"
                        "5",
                        5),
-            "COM");
-        row("COM alone", "COM", "COM");
-        row("COM and a carriage return", "COM\r", "COM");
-        row("the first COM counts", "COMMAND port_name=COM5\r", "COMMAND port_name=COM5");
+            kNothing);
+        row("the first COM has no number", "COMMAND port_name=COM5\r", kNothing);
+        row("COM0", head + "COM0\r", kNothing);
+        row("beyond the highest port", head + "COM257\r", kNothing);
+        row("COM70000", head + "COM70000\r", kNothing);
+        row("COM-3", head + "COM-3\r", kNothing);
+        row("the first COM counts", "COM6 COM7\r", "COM6 COM7");
         row("a blank at the end stays", "COM5 ", "COM5 ");
         row("a byte of the upper half stays", "COM5\xE9", "COM5\xE9");
-        row("2,000 bytes of name", "COM" + QByteArray(1997, '1'), "COM" + QByteArray(1997, '1'));
+        row("2,000 bytes of name", "COM1" + QByteArray(1996, 'x'), "COM1" + QByteArray(1996, 'x'));
+        row("2,000 bytes of number", "COM" + QByteArray(1997, '1'), kNothing);
         row("lower case", head + "com12\r", kNothing);
         row("no name", head + "\r", kNothing);
         row("empty", "", kNothing);
@@ -265,25 +274,30 @@ private slots:
             QTest::addRow("%s (%d)", name.left(24).constData(), int(name.size())) << name << number;
         };
         row("COM5", 5);
+        row("COM1", 1);
+        row("COM256", 256);
         row("COM12", 12);
         row("COM12\r", 12);
         row("COM12\x01\r", 12);
-        row("COM0", 0);
         row("COM007", 7);
         row("COM 7", 7);
         row("COM12abc", 12);
         row("COM1 2", 12); // blanks are skipped
-        row("COM", 0);
-        row("COMx", 0);
-        row("COM0x10", 0);
         row("\\\\.\\COM3", 3);
-        row("COMMAND COM5", 0); // of the first "COM"
-        row("COM32767", 32767);
-        row("COM32768", kNoNumber);
+        row("COM0", kNoNumber);
+        row("COM", kNoNumber);
+        row("COMx", kNoNumber);
+        row("COM0x10", kNoNumber);
+        row("COMMAND COM5", kNoNumber); // of the first "COM"
+        row("COM0.5", kNoNumber);
+        row("COM256.5", kNoNumber);
+        row("COM257", kNoNumber);
+        row("COM70000", kNoNumber);
         row("COM65541", kNoNumber);      // 5, were it cut to 16 bits
         row("COM4294967301", kNoNumber); // 5, were it cut to 32 bits
         row("COM" + QByteArray(1997, '9'), kNoNumber);
         row("COM-1", kNoNumber);
+        row("COM-3", kNoNumber);
         row("COM-99999", kNoNumber);
         row("com5", kNoNumber);
         row("5", kNoNumber);
