@@ -24,6 +24,35 @@ public:
     virtual void setTopRow(int row) = 0; // clamped to what the grid can show
     // True when any part of the row is inside the grid's view, whether or not the grid itself is on screen.
     [[nodiscard]] virtual bool rowIsVisible(int row) const = 0;
+    // True when no part of the row is outside.
+    [[nodiscard]] virtual bool rowIsWhole(int row) const = 0;
 };
+
+// Scrolls up to a row that is above the view.
+inline void scrollUpTo(GridCursor& grid, int row)
+{
+    if (row >= 1 && row < grid.topRow()) {
+        grid.setTopRow(row);
+    }
+}
+
+// Scrolls a row whose lower part is cut off into view.
+inline void uncutRow(GridCursor& grid, int row)
+{
+    if (row > grid.topRow() && grid.rowIsVisible(row) && !grid.rowIsWhole(row)) {
+        grid.setTopRow(grid.topRow() + 1);
+    }
+}
+
+// Scrolls as little as it takes to show a whole row, wherever it is.
+inline void bringIntoView(GridCursor& grid, int row)
+{
+    scrollUpTo(grid, row);
+    int before = 0; // the end of the table stops the scrolling
+    while (!grid.rowIsWhole(row) && grid.topRow() < row && grid.topRow() != before) {
+        before = grid.topRow();
+        grid.setTopRow(before + 1);
+    }
+}
 
 } // namespace tables

@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QPalette>
 #include <QScrollBar>
+#include <QStyleHints>
 
 #include <algorithm>
 
@@ -138,11 +139,24 @@ bool ParamGrid::rowIsVisible(int row) const
     if (row < 1 || row > m_model->rowCount()) {
         return false;
     }
+    const int top = rowViewportPosition(row - 1);
+    return top < viewHeight() && top + rowHeight(row - 1) > 0;
+}
+
+bool ParamGrid::rowIsWhole(int row) const
+{
+    if (row < 1 || row > m_model->rowCount()) {
+        return false;
+    }
+    const int top = rowViewportPosition(row - 1);
+    return top >= 0 && top + rowHeight(row - 1) <= viewHeight();
+}
+
+int ParamGrid::viewHeight() const
+{
     // A size that the grid was given while it was hidden has not reached the viewport yet.
     const bool sizeIsNew = testAttribute(Qt::WA_PendingResizeEvent);
-    const int viewHeight = sizeIsNew ? maximumViewportSize().height() : viewport()->height();
-    const int top = rowViewportPosition(row - 1);
-    return top < viewHeight && top + rowHeight(row - 1) > 0;
+    return sizeIsNew ? maximumViewportSize().height() : viewport()->height();
 }
 
 QItemSelectionModel::SelectionFlags ParamGrid::selectionCommand([[maybe_unused]] const QModelIndex& index,
@@ -150,6 +164,33 @@ QItemSelectionModel::SelectionFlags ParamGrid::selectionCommand([[maybe_unused]]
 {
     // Neither selects nor deselects. NoUpdate would say the same, but some styles then refuse to move with the keys.
     return QItemSelectionModel::Rows;
+}
+
+// A row that is cut at the lower edge is shown whole, but not under the pointer: a second click would meet another row.
+void ParamGrid::mouseReleaseEvent(QMouseEvent* event)
+{
+    QTableView::mouseReleaseEvent(event);
+    m_afterClick.start(QGuiApplication::styleHints()->mouseDoubleClickInterval() + 100, this);
+}
+
+void ParamGrid::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_afterClick.timerId()) {
+        QTableView::timerEvent(event);
+    } else {
+        m_afterClick.stop();
+        uncutRow(*this, row());
+    }
+}
+
+// The row that is edited stays on screen when the grid becomes lower.
+void ParamGrid::resizeEvent(QResizeEvent* event)
+{
+    const int top = row() > 0 ? rowViewportPosition(row() - 1) : -1;
+    QTableView::resizeEvent(event);
+    if (top >= 0 && top < event->oldSize().height()) {
+        bringIntoView(*this, row());
+    }
 }
 
 void ParamGrid::keyPressEvent(QKeyEvent* event)

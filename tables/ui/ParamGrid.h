@@ -3,13 +3,14 @@
 #include "tables/GridCursor.h"
 #include "tables/ui/ParamGridModel.h"
 
+#include <QBasicTimer>
 #include <QTableView>
 
 namespace tables {
 
 // The grid that shows one parameter table. Speaks to the rest of the program in the table's own counting (GridCursor);
-// nobody else touches Qt's model indexes. Only the user's own keys scroll by themselves, so that the program's cursor
-// moves do not. The highlighted row is always the current one.
+// nobody else touches Qt's model indexes. Only the user's own keys, clicks and changes of the size scroll by
+// themselves, so that the program's cursor moves do not. The highlighted row is always the current one.
 class ParamGrid final : public QTableView, public GridCursor
 {
     Q_OBJECT
@@ -28,6 +29,7 @@ public:
     [[nodiscard]] int topRow() const override;
     void setTopRow(int row) override;
     [[nodiscard]] bool rowIsVisible(int row) const override;
+    [[nodiscard]] bool rowIsWhole(int row) const override;
 
     // The text of a cell of the table, for those who hold only the grid.
     [[nodiscard]] const std::string& cellText(int row, int col) const { return m_table.cell(row, col); }
@@ -42,14 +44,19 @@ protected:
                                                                        const QEvent* event) const override;
     void changeEvent(QEvent* event) override;
     void keyPressEvent(QKeyEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
 
 private:
+    [[nodiscard]] int viewHeight() const;
     void keepHighlight();
     void makeCurrent(int row, int col);
     void highlightCurrentRow();
 
     ParamTable& m_table;
     ParamGridModel* m_model = nullptr;
+    QBasicTimer m_afterClick;
 };
 
 } // namespace tables

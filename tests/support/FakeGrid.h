@@ -78,6 +78,7 @@ public:
     {
         return row >= m_topRow && row < m_topRow + m_rowsInView && row < m_table.rowCount();
     }
+    [[nodiscard]] bool rowIsWhole(int row) const override { return rowIsVisible(row); }
 
 private:
     void log(const char* call, int value) { m_log.push_back(std::string(call) + " " + std::to_string(value)); }

@@ -44,7 +44,14 @@ public:
     void setColSel(int) override {}
     [[nodiscard]] int topRow() const override { return m_topRow; }
     void setTopRow(int row) override { m_topRow = std::clamp(row, 1, std::max(1, m_table.rowCount() - rowsInView)); }
+    // A view may end with a piece of the row below the whole ones.
+    bool showsAPieceMore = false;
     [[nodiscard]] bool rowIsVisible(int row) const override
+    {
+        const int shown = rowsInView + (showsAPieceMore ? 1 : 0);
+        return row >= m_topRow && row < m_topRow + shown && row < m_table.rowCount();
+    }
+    [[nodiscard]] bool rowIsWhole(int row) const override
     {
         return row >= m_topRow && row < m_topRow + rowsInView && row < m_table.rowCount();
     }
