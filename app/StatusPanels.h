@@ -6,8 +6,8 @@
 
 namespace app {
 
-// The status bar: two panels, and a progress bar while a table is transferred. The panels are widgets of their own, so
-// that no passing hint wipes them.
+// The status bar: two panels, and a progress bar from the start of a transfer to the user's next action. The panels are
+// widgets of their own, so that no passing hint wipes them.
 class StatusPanels final
 {
 public:

@@ -159,11 +159,6 @@ void LinkSide::showProgress(int rowsDone, int rows)
     m_window.statusPanels().showProgress(rowsDone, rows);
 }
 
-void LinkSide::hideProgress()
-{
-    m_window.statusPanels().hideProgress();
-}
-
 void LinkSide::setReadTestText(std::string_view text)
 {
     m_window.txtReadTest().setAnsiText(text);

@@ -71,7 +71,6 @@ public:
     void Hide_All() override;
     void setExitCaption(std::string_view caption) override;
     void showProgress(int rowsDone, int rows) override;
-    void hideProgress() override;
 
     void setReadTestText(std::string_view text) override;
     void appendReadTestText(std::string_view text) override;

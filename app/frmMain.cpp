@@ -87,6 +87,10 @@ frmMain::~frmMain()
 void frmMain::connectEverything()
 {
     connect(m_face.Toolbar1, &MainToolbar::buttonClicked, this, &frmMain::Toolbar1_ButtonClick);
+    for (const QAction* entry : menuBar()->findChildren<QAction*>()) {
+        connect(entry, &QAction::triggered, this, &frmMain::actionBegins); // before the entry's own handler
+    }
+    connect(m_face.btnNotes, &QPushButton::clicked, this, &frmMain::actionBegins);
     const auto onFileMenu = [this](QAction* entry, void (frmMain::*handler)(tables::Tab), tables::Tab tab) {
         connect(entry, &QAction::triggered, this, [this, handler, tab] { (this->*handler)(tab); });
     };
@@ -120,6 +124,8 @@ void frmMain::connectEverything()
     const auto follow = [this](tables::ParamGrid& grid, tables::LiveTable& table) {
         connect(&grid, &tables::ParamGrid::rowCurrentChanged, this, [&table] { table.rowChanged(); });
         connect(&grid, &tables::ParamGrid::selectionMoved, this, [&table] { table.selectionChanged(); });
+        // The current row may have lost its editor; a click on it raises no other event.
+        connect(&grid, &tables::ParamGrid::pressed, this, [&table] { table.rowChanged(); });
     };
     follow(m_face.page_CFG->grid(), m_live_CFG);
     follow(m_face.page_KB->grid(), m_live_KB);
@@ -128,6 +134,7 @@ void frmMain::connectEverything()
     connect(&m_face.page_KB->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_KB,
             &tables::KeyboardLanguageEditor::grdKB_DblClick);
 
+    m_operations.setBefore([this] { m_face.StatusBar1.hideProgress(); });
     m_operations.setAfterwards([this] { operationEnded(); });
     Timer1.setTimerType(Qt::PreciseTimer);
     connect(&Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
@@ -190,6 +197,7 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
     if (m_operations.isRunning() && !exits) {
         return;
     }
+    actionBegins();
     m_link.UserAbort = false;
     if (m_face.SSTab1->currentIndex() == tables::kReadTestTab && !exits) {
         return;
@@ -199,7 +207,7 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
         retrieve();
         break;
     case ToolbarKey::Update:
-        m_operations.run([this] { m_transfer.UpdateDevice(); });
+        m_operations.run([this] { m_updateIsUnfinished = !m_transfer.UpdateDevice(); });
         break;
     case ToolbarKey::Default:
         m_tables.InitGrids(m_face.SSTab1->currentIndex());
@@ -220,6 +228,14 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
             m_link.UserAbort = true;
         }
         break;
+    }
+}
+
+// How far the last transfer came is told until the user goes on to something else.
+void frmMain::actionBegins()
+{
+    if (!m_operations.isRunning()) {
+        m_face.StatusBar1.hideProgress();
     }
 }
 
@@ -278,6 +294,7 @@ void frmMain::dropEvent(QDropEvent* event)
 {
     const auto file = droppedTableFile(*event->mimeData());
     if (file && !m_operations.isRunning() && acceptAsCopy(*event)) {
+        actionBegins();
         if (selectTabOf(file->tab)) {
             m_fileFlows.openFile(file->name);
         }
@@ -522,15 +539,20 @@ void frmMain::closeEvent(QCloseEvent* event)
 void frmMain::operationEnded()
 {
     const bool wasLost = std::exchange(m_link.connectionLost, false);
-    if (m_operations.isClosing() && !m_isUnloaded) {
+    const bool isUnfinished = std::exchange(m_updateIsUnfinished, false);
+    const bool wasToClose = m_operations.isClosing() && !m_isUnloaded;
+    if (wasToClose) {
         m_operations.setClosing(false);
         if (close()) {
             return;
         }
     }
     tabMoved();
-    if (wasLost) { // last: nobody may take a broken transfer for a finished one
+    // Last: nobody may take a broken transfer for a finished one.
+    if (wasLost) {
         m_face.StatusBar1.setFirst(tr("Lost the connection to COM%1").arg(m_link.PortNumber));
+    } else if (wasToClose && isUnfinished) {
+        m_face.StatusBar1.setFirst(tr("The update was not finished"));
     }
 }
 

@@ -105,6 +105,7 @@ private:
     void connectEverything();
     void buildTables();
     void retrieve();
+    void actionBegins();
 
     void tabMoved();
     void operationEnded();
@@ -136,7 +137,8 @@ private:
     QTimer Timer1;
     bool m_isUnloading = false; // the questions of the end are being asked
     bool m_isUnloaded = false;
-    int m_handledTab = 0; // the tab for which SSTab1_Click ran last
+    int m_handledTab = 0;              // the tab for which SSTab1_Click ran last
+    bool m_updateIsUnfinished = false; // the Update that has just ended did not reach its end
 
     // The rooms below, and what they see of this window.
     TableSide m_side_CFG;

@@ -19,6 +19,9 @@ public:
             return false;
         }
         m_running = true;
+        if (m_before) {
+            m_before();
+        }
         work();
         m_running = false;
         if (m_afterwards) {
@@ -33,12 +36,15 @@ public:
     void setClosing(bool closing) { m_closing = closing; }
     [[nodiscard]] bool isClosing() const { return m_closing; }
 
+    // Called at the beginning of each operation.
+    void setBefore(std::function<void()> before) { m_before = std::move(before); }
     // Called after each operation, when the next one may start.
     void setAfterwards(std::function<void()> afterwards) { m_afterwards = std::move(afterwards); }
 
 private:
     bool m_running = false;
     bool m_closing = false;
+    std::function<void()> m_before;
     std::function<void()> m_afterwards;
 };
 

@@ -48,8 +48,8 @@ bool TableTransfer::btnRetrieveParms_Click()
     m_transfer.setExitCaption("Abort");
     bool complete = false;
     const int tab = m_transfer.currentTab();
-    if (m_operations.isClosing()) {
-        // The user closed the window while the port was being opened: no question, no row.
+    if (isOverBeforeItBegan()) {
+        // No question, no row.
     } else if (tab == tables::kKeyboardLanguageTab) {
         complete = m_transfer.CheckForUnsavedData_KB() && retrieve(m_tables.KB);
     } else if (tab == tables::kConfigurationTab) {
@@ -65,23 +65,44 @@ bool TableTransfer::retrieve(tables::LiveTable& table)
     m_window.EnableButtons(false);
     table.grid().setTopRow(1);
     table.grid().setRow(1);
-    m_transfer.Hide_All();
+    hideEditors(table);
     m_port.setInputLen(0);
+    const unsigned marksBefore = table.marksMade();
+    const bool complete = retrieveRows(table);
+    table.grid().setRow(1);
+    // The Configuration rows have moved as well, whichever table was read.
+    for (tables::LiveTable* const moved : {&m_tables.CFG, &m_tables.KB}) {
+        tables::bringIntoView(moved->grid(), moved->grid().row());
+    }
+    const bool wasEdited = table.marksMade() != marksBefore && table.hasMarkedRows();
+    if (!wasEdited) {
+        table.restoreTabCaption();
+    }
+    m_window.EnableButtons(true);
+    return complete;
+}
+
+// Hides the controls of both editors; the next click on a row opens its editor, also on the row that is current.
+void TableTransfer::hideEditors(tables::LiveTable& table)
+{
+    m_transfer.Hide_All();
+    table.table().LastRow = tables::ParamTable::kNoLastRow;
+}
+
+bool TableTransfer::retrieveRows(tables::LiveTable& table)
+{
     const int rows = table.table().NumParms;
     m_transfer.showProgress(0, rows);
-    bool complete = true;
-    for (int row = 1; row <= rows && complete; ++row) {
+    for (int row = 1; row <= rows; ++row) {
         if (!addressOfRow(table, row).empty()) {
             retrieveRow(table, row);
-            complete = !isStopped();
+            if (isStopped()) {
+                return false;
+            }
         }
         m_transfer.showProgress(row, rows);
     }
-    m_transfer.hideProgress();
-    table.grid().setRow(1);
-    table.restoreTabCaption();
-    m_window.EnableButtons(true);
-    return complete;
+    return true;
 }
 
 void TableTransfer::retrieveRow(tables::LiveTable& table, int row)
@@ -91,6 +112,8 @@ void TableTransfer::retrieveRow(tables::LiveTable& table, int row)
     const std::string address = addressOfRow(table, row);
     table.grid().setRow(row);
     table.grid().setCol(tables::kChangedColumn);
+    tables::scrollUpTo(table.grid(), row); // look-ups scroll down, a row at a time
+    tables::uncutRow(table.grid(), row);
     const std::string oldValue = table.GetTableEntry(address);
     // One blank and not the empty text, which the Keyboard Language table does not take.
     table.PutTableEntry(address, kBlank, tables::kValueColumn);
@@ -112,9 +135,11 @@ void TableTransfer::retrieveRow(tables::LiveTable& table, int row)
     if (isStopped()) {
         table.PutTableEntry(address, oldValue, tables::kValueColumn);
     }
+    tables::scrollUpTo(table.grid(), table.grid().row());
     if (!isKeyboard && !table.grid().rowIsVisible(table.grid().row())) {
         table.grid().setTopRow(table.grid().topRow() + 1);
     }
+    tables::uncutRow(table.grid(), table.grid().row());
 }
 
 std::string TableTransfer::ask(const std::string& address)
@@ -124,60 +149,65 @@ std::string TableTransfer::ask(const std::string& address)
     return m_link.LastResponse;
 }
 
-void TableTransfer::UpdateDevice()
+bool TableTransfer::UpdateDevice()
 {
     m_window.EnableButtons(false);
     if (!m_connection.OpenTheDeviceDriver()) {
         m_window.EnableButtons(true);
-        return;
+        return false;
     }
     m_transfer.setExitCaption("Abort");
+    bool complete = false;
     const int tab = m_transfer.currentTab();
-    if (m_operations.isClosing()) {
-        // The user closed the window while the port was being opened.
+    if (isOverBeforeItBegan()) {
+        // Not a row is sent.
     } else if (tab == tables::kConfigurationTab) {
-        update_CFG();
+        complete = update_CFG();
     } else if (tab == tables::kKeyboardLanguageTab) {
-        update_KB();
+        complete = update_KB();
     }
-    m_transfer.hideProgress();
     m_window.EnableButtons(true);
     m_connection.CloseTheDeviceDriver();
     m_transfer.setExitCaption("Exit");
+    return complete;
 }
 
-void TableTransfer::update_CFG()
+bool TableTransfer::update_CFG()
 {
-    updateRows(m_tables.CFG, [this](std::string& address) {
+    return updateRows(m_tables.CFG, [this](std::string& address) {
         if (std::find(kNeverWritten.begin(), kNeverWritten.end(), address) == kNeverWritten.end()) {
             m_protocol.Send_Parameter_CFG(address);
         }
     });
 }
 
-void TableTransfer::update_KB()
+bool TableTransfer::update_KB()
 {
     // Kept behaviour: the entry of the address list itself is handed over, so for a pair it is advanced to the second
     // address and stays so.
-    updateRows(m_tables.KB, [this](std::string& address) { m_protocol.Send_Parameter_KB(address); });
+    return updateRows(m_tables.KB, [this](std::string& address) { m_protocol.Send_Parameter_KB(address); });
 }
 
-void TableTransfer::updateRows(tables::LiveTable& table, const std::function<void(std::string&)>& send)
+bool TableTransfer::updateRows(tables::LiveTable& table, const std::function<void(std::string&)>& send)
 {
-    m_transfer.Hide_All();
+    hideEditors(table);
     const int rows = table.table().NumParms;
     m_transfer.showProgress(0, rows);
-    for (int row = 1; row <= rows; ++row) {
+    bool complete = true;
+    for (int row = 1; row <= rows && complete; ++row) {
         table.grid().setRow(row);
+        tables::bringIntoView(table.grid(), row);
         // A command without an address would mean nothing to the reader.
         if (std::string& address = addressOfRow(table, row); !address.empty()) {
             send(address);
         }
-        m_transfer.showProgress(row, rows);
-        if (isStopped()) {
-            return;
+        complete = !isStopped();
+        if (complete) {
+            m_transfer.showProgress(row, rows);
         }
     }
+    tables::bringIntoView(table.grid(), table.grid().row());
+    return complete;
 }
 
 } // namespace device

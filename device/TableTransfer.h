@@ -24,18 +24,23 @@ public:
     // old value, the rows after it stay as they were. True only when every row was read.
     bool btnRetrieveParms_Click();
 
-    // Writes the table of the selected tab to the reader, changed or not. The driver confirms nothing.
-    void UpdateDevice();
+    // Writes the table of the selected tab to the reader, changed or not. The driver confirms nothing. True only when
+    // every row was sent and the run was not stopped.
+    bool UpdateDevice();
 
 private:
     [[nodiscard]] bool isStopped() const { return m_link.UserAbort || m_operations.isClosing(); }
+    // While the port was being opened the user has closed the window, or the reader has gone.
+    [[nodiscard]] bool isOverBeforeItBegan() const { return m_operations.isClosing() || m_link.connectionLost; }
 
-    bool retrieve(tables::LiveTable& table);
+    [[nodiscard]] bool retrieve(tables::LiveTable& table);
+    [[nodiscard]] bool retrieveRows(tables::LiveTable& table);
     void retrieveRow(tables::LiveTable& table, int row);
     [[nodiscard]] std::string ask(const std::string& address);
-    void update_CFG();
-    void update_KB();
-    void updateRows(tables::LiveTable& table, const std::function<void(std::string&)>& send);
+    [[nodiscard]] bool update_CFG();
+    [[nodiscard]] bool update_KB();
+    [[nodiscard]] bool updateRows(tables::LiveTable& table, const std::function<void(std::string&)>& send);
+    void hideEditors(tables::LiveTable& table);
 
     LinkState& m_link;
     Operations& m_operations;

@@ -16,9 +16,8 @@ public:
     virtual void Hide_All() = 0;
     virtual void setExitCaption(std::string_view caption) = 0;
 
-    // The progress bar of the transfer: shown from the first call until hidden.
+    // How far the transfer has come. What was shown last stays when it is over: it says whether every row was reached.
     virtual void showProgress(int rowsDone, int rows) = 0;
-    virtual void hideProgress() = 0;
 };
 
 } // namespace device

@@ -68,6 +68,7 @@ void LiveTable::PutTableEntry(std::string_view ParmNum, std::string_view ParmVal
     m_grid.setRow(*found.row);
     m_table.setCell(*found.row, ColNumber, ParmVal);
     if (ParmVal == kChangedMark) {
+        ++m_marksMade;
         m_table.TableChanged = true;
         m_host.setTabCaption(std::string(m_table.kind().caption) + " *");
     }

@@ -49,6 +49,9 @@ public:
     // The grid's selection has changed: keeps cursor and selection off rows beyond the last data row.
     void selectionChanged();
 
+    // How many marks have been put so far: it has grown when a row was edited meanwhile.
+    [[nodiscard]] unsigned marksMade() const { return m_marksMade; }
+
     // True while any row is marked changed.
     [[nodiscard]] bool hasMarkedRows() const;
 
@@ -66,6 +69,7 @@ private:
     GridCursor& m_grid;
     TableHost& m_host;
     EditSession& m_session;
+    unsigned m_marksMade = 0;
     bool m_guardingSelection = false;
 };
 

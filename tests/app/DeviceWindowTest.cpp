@@ -64,7 +64,8 @@ private slots:
         QCOMPARE(seen, QStringList({"Exit 1 1 0 -1", "Abort 0 0 1 10"}));
         QCOMPARE(f.find<QToolButton>("KEY_EXIT")->text(), "Exit");
         QVERIFY(f.find<QToolButton>("KEY_RETRIEVE")->isEnabled());
-        QVERIFY(!progress->isVisible());
+        QVERIFY(progress->isVisible());
+        QCOMPARE(progress->text(), "27 of 27 rows");
         QVERIFY(!f.find<QWidget>("frmPleaseWait")->isVisible());
     }
 

@@ -135,7 +135,6 @@ private slots:
                                                                  "P1: Sent command: /rawxact WPV082",
                                                                  "port: output /rawxact WPV082\\n",
                                                                  "progress 2/2",
-                                                                 "progress hidden",
                                                                  "EnableButtons true",
                                                                  "port: close",
                                                                  "Copyright: ",
@@ -153,12 +152,12 @@ private slots:
         on.pump.atTick(reader::kTicksOfIdentification - 1, [&] {
             QCOMPARE(on.window.exitCaption, "Exit"); // as long as the port is being opened
             QVERIFY(on.window.buttonsEnabled);
-            QVERIFY(!on.window.progressShown);
+            QCOMPARE(on.window.progress, "");
         });
         on.pump.atTick(reader::kTicksOfIdentification + 1, [&] {
             QCOMPARE(on.window.exitCaption, "Abort");
             QVERIFY(!on.window.buttonsEnabled);
-            QVERIFY(on.window.progressShown);
+            QCOMPARE(on.window.progress, "0/27");
             QVERIFY(!on.window.pleaseWait);
             QCOMPARE(on.window.statusText, "Sent command: /rawxact WPV001");
             QCOMPARE(on.tables.CFG.grid.row(), 1);
@@ -172,7 +171,7 @@ private slots:
         QCOMPARE(on.pump.ticks(), 96);
         QCOMPARE(on.window.exitCaption, "Exit");
         QVERIFY(on.window.buttonsEnabled);
-        QVERIFY(!on.window.progressShown);
+        QCOMPARE(on.window.progress, "27/27");
         QCOMPARE(on.tables.CFG.grid.row(), 1);
     }
 

@@ -123,6 +123,17 @@ private slots:
             "1?",
             "\r\nRaw Data: \x95"
             "1?");
+        row("a blank as the end sentinel",
+            {.Track1Start = "%", .Track2Start = ";", .Track3Start = "+", .TrackEnd = " "}, "%1 ;2",
+            "\r\n\r\nTrack1: %1\x95"
+            ";2",
+            "\r\nRaw Data: %1\x95"
+            ";2");
+        row("the visible blank as the end sentinel",
+            {.Track1Start = "%", .Track2Start = ";", .Track3Start = "+", .TrackEnd = "\x95"}, "%1 ;2",
+            "\r\n\r\nTrack1: %1\x95\r\n\r\nTrack2: ;2",
+            "\r\nRaw Data: %1\x95"
+            ";2");
         row("the visible blank as a sentinel",
             {.Track1Start = "\x95", .Track2Start = ";", .Track3Start = "+", .TrackEnd = "?"}, " 1?",
             "\r\n\r\nTrack1: \x95"

@@ -147,7 +147,6 @@ private slots:
                                                                  "port: output /rawsend WPW082=00\\n",
                                                                  "P1: Sent command: /rawsend WPW082=00",
                                                                  "progress 2/2",
-                                                                 "progress hidden",
                                                                  "EnableButtons true",
                                                                  "port: close",
                                                                  "Copyright: ",
@@ -189,12 +188,12 @@ private slots:
         });
         on.pump.atTick(kTicksOfIdentification + 1, [&] {
             QVERIFY(!on.window.buttonsEnabled);
-            QVERIFY(on.window.progressShown);
+            QCOMPARE(on.window.progress, "1/27");
             QCOMPARE(on.window.exitCaption, "Abort");
         });
         on.transfer.UpdateDevice();
         QVERIFY(on.window.buttonsEnabled);
-        QVERIFY(!on.window.progressShown);
+        QCOMPARE(on.window.progress, "27/27");
         QCOMPARE(on.window.exitCaption, "Exit");
     }
 
@@ -374,7 +373,7 @@ private slots:
                  (QByteArrayList{"/rawsend WPW013=95", "/rawsend WPW014=63", "/rawsend WPW015=40", "/rawsend WPW016=21",
                                  "/rawsend WPW017=2B"}));
         QVERIFY(on.window.buttonsEnabled);
-        QVERIFY(!on.window.progressShown);
+        QCOMPARE(on.window.progress, "5/27");
         QCOMPARE(on.window.exitCaption, "Exit");
         QVERIFY(!on.port.PortOpen());
     }
@@ -456,7 +455,8 @@ private slots:
         QVERIFY(on.boxes.shown.empty());
         QCOMPARE(on.tables.CFG.grid.row(), 4); // it stops where it was
 
-        on.link.UserAbort = false;
+        on.link.UserAbort = false; // as the next press and the window do
+        on.link.connectionLost = false;
         on.port.forgetWritten();
         QVERIFY(on.operations.run([&] { on.transfer.UpdateDevice(); }));
         QCOMPARE(on.port.commands().size(), std::size_t{31});

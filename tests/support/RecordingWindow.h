@@ -31,7 +31,7 @@ public:
     bool recvLamp = false;
     bool pleaseWait = false;
     bool buttonsEnabled = true;
-    bool progressShown = false;
+    std::string progress; // of the last transfer, as "done/all"
 
     // What the window answers, and what else happens inside a call.
     int tab = 0;
@@ -109,12 +109,7 @@ public:
     void showProgress(int rowsDone, int rows) override
     {
         m_log.push_back("progress " + std::to_string(rowsDone) + "/" + std::to_string(rows));
-        progressShown = true;
-    }
-    void hideProgress() override
-    {
-        m_log.emplace_back("progress hidden");
-        progressShown = false;
+        progress = std::to_string(rowsDone) + "/" + std::to_string(rows);
     }
 
 private:

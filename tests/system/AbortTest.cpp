@@ -51,7 +51,11 @@ private:
     {
         ProgramProcess& program = desk.program();
         QVERIFY(program.is(u"KEY_UPDATE"_s, u"enabled"_s));
-        QVERIFY(!program.is(u"pgbTransfer"_s, u"visible"_s));
+        // How far it came stays to be seen.
+        QVERIFY(program.is(u"pgbTransfer"_s, u"visible"_s));
+        const int rowsDone = program.property(u"pgbTransfer"_s, u"value"_s).toInt();
+        QVERIFY2(rowsDone < program.property(u"pgbTransfer"_s, u"maximum"_s).toInt(),
+                 qPrintable(QString::number(rowsDone)));
         QCOMPARE(program.ask(u"windows"_s), u"frmMain"_s);
         QTRY_VERIFY_WITH_TIMEOUT(!desk.isPortOpen(), kAtOnce);
     }
@@ -89,6 +93,7 @@ private slots:
                                   values_CFG(factoryMemory()).split(u' '));
         QVERIFY2(rows >= kSomeRows - kIdentification - 1 && rows < 27, qPrintable(QString::number(rows)));
         QCOMPARE(commands, retrieve_CFG().first(commands.size()));
+        QCOMPARE(program.property(u"pgbTransfer"_s, u"value"_s), QString::number(rows));
         // The row that was being read is the last one whose mark was wiped, and holds its old value.
         QStringList marks;
         for (const QStringList& row : program.rows(u"grdCFG"_s)) {

@@ -51,7 +51,9 @@ private:
         QCOMPARE(program.text(u"StatusBar1_1"_s), u"Lost the connection to COM5"_s);
         QCOMPARE(program.box(), QString());
         QCOMPARE(program.ask(u"windows"_s), u"frmMain"_s);
-        QVERIFY(!program.is(u"pgbTransfer"_s, u"visible"_s));
+        QVERIFY(program.is(u"pgbTransfer"_s, u"visible"_s));
+        const int rowsDone = program.property(u"pgbTransfer"_s, u"value"_s).toInt();
+        QVERIFY2(rowsDone > 0 && rowsDone < 27, qPrintable(QString::number(rowsDone)));
     }
 
     // With the reader still away the next press says so, and nothing else happens.

@@ -76,7 +76,8 @@ private:
         ProgramProcess& program = desk.program();
         QCOMPARE(program.text(kExit), u"Exit"_s);
         QCOMPARE(enabledButtons(program).count(u":true"_s), 7);
-        QVERIFY(!program.is(kProgress, u"visible"_s));
+        QVERIFY(program.is(kProgress, u"visible"_s));
+        QCOMPARE(program.property(kProgress, u"value"_s), program.property(kProgress, u"maximum"_s));
         QCOMPARE(program.text(kPort), u"KSD Port: COM5"_s);
         QCOMPARE(program.ask(u"windows"_s), u"frmMain"_s);
         QTRY_VERIFY_WITH_TIMEOUT(!desk.isPortOpen(), kAtOnce);
