@@ -13,6 +13,7 @@
 #include <QGuiApplication>
 #include <QInputMethodEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
 #include <QTest>
 
@@ -299,6 +300,26 @@ private slots:
         QCOMPARE(d.box(name)->text(), QString::fromLatin1(typed).toUpper()); // not before
         QTest::keyClick(d.box(name), Qt::Key_Tab);
         QCOMPARE(d.box(name)->text(), QString::fromLatin1(padded));
+    }
+
+    // A menu that opens over the dialog takes the focus only for a while.
+    void aMenuPadsNothing_data() { boxNames(); }
+    void aMenuPadsNothing()
+    {
+        QFETCH(QByteArray, name);
+        Dialog d;
+        d.type(name, "5");
+        QMenu menu(&d.dialog);
+        menu.addAction(QStringLiteral("entry"));
+        menu.popup(d.dialog.mapToGlobal(QPoint(5, 5)));
+        QTRY_VERIFY(menu.isVisible());
+        QFocusEvent covered(QEvent::FocusOut, Qt::PopupFocusReason); // as the system tells the box then
+        QCoreApplication::sendEvent(d.box(name), &covered);
+        QCOMPARE(d.box(name)->text(), "5");
+        menu.close();
+        QFocusEvent left(QEvent::FocusOut, Qt::TabFocusReason);
+        QCoreApplication::sendEvent(d.box(name), &left);
+        QVERIFY(d.box(name)->text().endsWith(QLatin1String("05")));
     }
 
     void aClickOnAButtonPadsFirst()

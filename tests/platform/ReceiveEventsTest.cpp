@@ -168,6 +168,53 @@ private slots:
         QCOMPARE(on.taken, Texts{"three\n"});
     }
 
+    // --- bursts while the events are held back
+
+    void aBurstIsReadWholeWhileEventsAreOff()
+    {
+        Taking on;
+        on.events.append("zero\r");
+        handleEvents();
+        on.events.setRThreshold(0);
+        on.events.append("one\r");
+        on.events.append("\ntwo\n\nthr");
+        handleEvents();
+        QCOMPARE(on.events.InBufferCount(), 13);
+        QCOMPARE(on.events.Input(), "one\r\ntwo\n\nthr");
+        on.events.append("\nfour\n");
+        on.events.setRThreshold(1);
+        handleEvents();
+        QCOMPARE(on.taken, (Texts{"zero\r", "\n", "four\n"}));
+    }
+
+    // The port is closed inside a handler that has not taken its line yet: the line goes with the rest.
+    void clearingTakesTheLineOfThePresentEvent()
+    {
+        ReceiveEvents events;
+        events.setRThreshold(1);
+        Texts taken;
+        events.setOnComm([&] {
+            events.clear();
+            taken.push_back(events.Input());
+        });
+        events.append("one\ntwo\n");
+        handleEvents();
+        QCOMPARE(taken, Texts{""});
+        QCOMPARE(events.InBufferCount(), 0);
+    }
+
+    void clearingForgetsWhatWasHeldBack()
+    {
+        Taking on;
+        on.events.setRThreshold(0);
+        on.events.append("one\ntwo\r");
+        on.events.clear();
+        on.events.append("\nthree\n");
+        on.events.setRThreshold(1);
+        handleEvents();
+        QCOMPARE(on.taken, (Texts{"\n", "three\n"}));
+    }
+
     // --- handlers that wait
 
     // What comes while a handler waits is handled while it waits, in order.

@@ -60,6 +60,28 @@ private slots:
         QVERIFY(!received.hasLine());
     }
 
+    // What is read raw is whole, and what comes after it begins afresh: a line feed is no rest of an older line end.
+    void takingAllForgetsAHalfLineEnd()
+    {
+        ReceivedLines received;
+        received.append("a\r");
+        QCOMPARE(received.takeLine(), "a\r");
+        QCOMPARE(received.takeAll(), "");
+        received.append("\nb\n");
+        QCOMPARE(received.takeAll(), "\nb\n");
+    }
+
+    // A line end that was read raw is not waited for either.
+    void aLineEndInsideWhatIsTakenAllOfIsForgotten()
+    {
+        ReceivedLines received;
+        received.append("a\r");
+        QCOMPARE(received.takeAll(), "a\r");
+        received.append("\n");
+        QVERIFY(received.hasLine());
+        QCOMPARE(received.takeLine(), "\n");
+    }
+
     void clearingForgetsAHalfLineEnd()
     {
         ReceivedLines received;

@@ -103,6 +103,10 @@ private slots:
         QCOMPARE(keyboardRow("080"), KeyboardRow::Flags);
         QCOMPARE(keyboardRow("080 "), KeyboardRow::None);
         QCOMPARE(keyboardRow("081-082"), KeyboardRow::IdBytes);
+        // By its decimal value, however that is written, and not by the hexadecimal one.
+        QCOMPARE(keyboardRow("81-82"), KeyboardRow::IdBytes);
+        QCOMPARE(keyboardRow(" 81"), KeyboardRow::IdBytes);
+        QCOMPARE(keyboardRow("051-052"), KeyboardRow::None);
         QCOMPARE(keyboardRow("082-083"), KeyboardRow::None);
         QCOMPARE(keyboardRow("083-084"), KeyboardRow::Pair);
         QCOMPARE(keyboardRow("0FF-100"), KeyboardRow::Pair);
