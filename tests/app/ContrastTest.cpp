@@ -66,8 +66,11 @@ public:
              {std::pair(tables::kConfigurationTab, "grdCFG"), std::pair(tables::kKeyboardLanguageTab, "grdKB")}) {
             f.find<QTabWidget>("SSTab1")->setCurrentIndex(tab);
             auto* grid = f.find<tables::ParamGrid>(name);
-            const int rows = tab == tables::kConfigurationTab ? grid->model()->rowCount() : 3; // the others are pairs
-            for (int row = 1; row <= rows; ++row) {
+            // One of each kind; the Keyboard Language rows from the third on are pairs.
+            const std::vector<int> rows = tab == tables::kConfigurationTab
+                                              ? std::vector<int>{1, 2, 3, 4, 9, 11, 17, 19, 22, 25, 26}
+                                              : std::vector<int>{1, 2, 9};
+            for (const int row : rows) {
                 grid->setRow(row);
                 look();
             }
@@ -321,9 +324,9 @@ private slots:
         QCOMPARE(options.text(), QString());
         QCOMPARE(outlines.text(), QString());
         QCOMPARE(texts.text(), QString());
-        QVERIFY(options.looks() > 80);
-        QVERIFY(outlines.looks() > 200);
-        QVERIFY(texts.looks() > 1000);
+        QVERIFY(options.looks() > 40);
+        QVERIFY(outlines.looks() > 100);
+        QVERIFY(texts.looks() > 800);
     }
 
     void everythingIsSeenInTheSmallWindows_data()
