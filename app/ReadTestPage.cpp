@@ -115,6 +115,7 @@ void ReadTestBox::keyPressEvent(QKeyEvent* event)
         }
         QPlainTextEdit::keyPressEvent(event);
     }
+    // Kept behaviour kb-all-keys:
     // A key that the box has no use for is nobody else's either: the tabs would move, or the focus.
     event->accept();
 }

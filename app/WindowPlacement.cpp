@@ -100,6 +100,7 @@ bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form)
     int top = 0;
     int width = 0;
     int height = 0;
+    // Kept behaviour kb-never-maximised: the state is stored, and not read.
     int ignoredState = kNormalWindow; // windows always come back in their normal state
     bool found = false;
     LoadWindowPlacement(settings, form.objectName(), left, top, width, height, ignoredState, found);

@@ -182,6 +182,7 @@ void dlgSingleField::btnGetCurrentSingle_Click()
 
 void dlgSingleField::btnUpdateSingleField_Click()
 {
+    // Kept behaviour kb-single-as-typed: too many digits go out as they are.
     // Taken now: the boxes can be edited while the reader is waited for.
     m_setting.update(toAnsi(txtSingleAddress->text()), toAnsi(txtSingleValue->text()));
 }

@@ -26,6 +26,7 @@ using tables::PlainLabel;
 
 namespace {
 
+// Kept behaviour kb-driver-places: a driver elsewhere counts as missing.
 constexpr std::array<std::string_view, 3> kDriverFiles = {
     R"(C:\Windows\System\Teslin.vxd)",           // 95, 98, ME
     R"(C:\WINNT\system32\drivers\Teslin.sys)",   // NT

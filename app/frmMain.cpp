@@ -161,8 +161,10 @@ void frmMain::Form_Load()
     activateWindow(); // nobody else gives it the keyboard where no window manager runs
     restorePlacement(m_services.settings, *this);
     Hide_All();
+    // Kept behaviour kb-defaults-at-start: the reader is not asked, so the tables start with the factory values.
     buildTables();
     m_face.page_CFG->grid().setFocus(); // not the toolbar, where a blank would start a Retrieve
+    // Kept behaviour kb-command-letter: whatever else the argument is, a file name too.
     if (!m_services.commandLine.empty() && (m_services.commandLine[0] == 'R' || m_services.commandLine[0] == 'r')) {
         m_face.SSTab1->setCurrentIndex(tables::kReadTestTab);
     }
@@ -225,6 +227,7 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
         if (m_face.Toolbar1->exitReadsExit()) {
             mnuExit_Click();
         } else {
+            // Kept behaviour kb-two-clicks: the run ends, the button reads Exit again, and a second click exits.
             m_link.UserAbort = true;
         }
         break;
@@ -244,6 +247,7 @@ void frmMain::retrieve()
     m_operations.run([this] {
         tables::LiveTable& table = m_handledTab == tables::kConfigurationTab ? m_live_CFG : m_live_KB;
         if (m_transfer.btnRetrieveParms_Click()) {
+            // Kept behaviour kb-edit-during-retrieve: a row that was edited after it was read keeps value and mark.
             // Every row now is what the reader holds, unless the user edited one while later ones were read.
             table.table().TableChanged = table.hasMarkedRows();
         }
@@ -301,6 +305,7 @@ void frmMain::dropEvent(QDropEvent* event)
     }
 }
 
+// Kept behaviour kb-exit-closes-first: the port is closed before the questions, and stays so after a Cancel.
 void frmMain::mnuExit_Click()
 {
     if (!m_operations.isRunning()) {
@@ -478,6 +483,7 @@ bool frmMain::checkForUnsavedData(tables::Tab tab, const tables::LiveTable& tabl
     }
     const platform::BoxAnswer answer = askToSaveChanges(m_services.boxes, table.table().kind());
     if (answer == platform::BoxAnswer::Yes) {
+        // Kept behaviour kb-yes-without-file: a cancelled dialog or a failed save does not hold the user up.
         // The dialog saves the table of the current tab, which need not be the one asked about. Whatever becomes of the
         // dialog, the user has decided to go on.
         while (m_face.SSTab1->currentIndex() != tab) { // leaving the read test lets the user click another tab

@@ -101,6 +101,7 @@ void frmOptions::buildPage()
     auto* lblHint = new tables::PlainLabel(QStringLiteral("lblHint"), kHint, page);
     auto* lblFriendlyName = new tables::PlainLabel(QStringLiteral("lblFriendlyName"), "Friendly Name:", page);
     txtFriendlyName = makeBox("txtFriendlyName", page);
+    // Kept behaviour kb-same-letter: both tests go by the same letter.
     btnTestName = makeButton("btnTestName", tr("&Test"), page);
     auto* lblComPort = new tables::PlainLabel(QStringLiteral("lblComPort"), "Virtual Port:", page);
     txtComPort = makeBox("txtComPort", page);
@@ -187,6 +188,7 @@ void frmOptions::cmdOK_Click()
     accept();
 }
 
+// Kept behaviour kb-cancelled-options: the name counts since it was typed, and is saved when the program ends.
 void frmOptions::cmdCancel_Click()
 {
     if (m_testSetPort && m_link.PortNumber != 0) {
@@ -306,6 +308,9 @@ void frmOptions::testName()
     }
 }
 
+// Kept behaviour kb-saved-port: the number of the bar is opened, not the one in the box.
+// Kept behaviour kb-tested-port: the number stays, whatever comes of the test.
+// Kept behaviour kb-open-port: a good test leaves the port open.
 void frmOptions::testPort()
 {
     m_connection.CloseTheDeviceDriver();

@@ -90,6 +90,7 @@ void frmSplash::Form_Load()
     set("lblProductName", kProgramTitle);
     set("lblCompanyProduct", kCompanyName);
     set("lblCopyright", kLegalNotice);
+    // Kept behaviour kb-for-windows: on every system.
     set("lblPlatform", "for Windows");
     set("lblPartNum", "P/N: 51208864");
     set("lblWarning", "All Rights Reserved");

@@ -70,6 +70,7 @@ void CommandProtocol::output(std::string_view cmd)
     m_port.Output(std::string(cmd) + commands::kLineEnd);
 }
 
+// Kept behaviour kb-no-waiting: an abort lasts until the next press on the toolbar, so nothing waits until then.
 void CommandProtocol::waitForReplyPeriod()
 {
     while (m_link.period.CommBusy == 1 && !m_link.UserAbort && !m_operations.isClosing()) {
@@ -111,6 +112,7 @@ void CommandProtocol::Send_Parameter_KB(std::string& address)
 {
     const std::string value = m_tables.GetTableEntry_KB(address);
     sendAndShow(commands::writeParameter(firstCharacters(address, 3), firstCharacters(value, 2)));
+    // Kept behaviour kb-pair-after-abort: the second half goes out in any case.
     if (value.size() > 2) {
         address = tables::nextAddress(address);
         sendAndShow(commands::writeParameter(address, lastCharacters(value, 2)));
@@ -153,6 +155,7 @@ void CommandProtocol::MSComm1_OnComm()
         }
         break;
     case replies::Line::Kind::Parameter:
+        // Kept behaviour kb-late-answer: whichever question it belongs to, it answers the one that waits.
         m_link.LastResponse = line.text;
         break;
     case replies::Line::Kind::Ignored:
@@ -160,7 +163,8 @@ void CommandProtocol::MSComm1_OnComm()
     }
 }
 
-// A driver may send blank lines by the thousand. One box at a time says so; those that come behind it are dropped.
+// Kept behaviour kb-no-data-read: the reply period of the question that waits runs out behind the box. A driver may
+// send blank lines by the thousand. One box at a time says so; those that come behind it are dropped.
 void CommandProtocol::sayNoData()
 {
     if (m_isSayingNoData) {

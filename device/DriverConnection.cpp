@@ -69,6 +69,7 @@ platform::Result<std::string> DriverConnection::askForPortName()
     return m_driver.read(kPortNameBuffer);
 }
 
+// Kept behaviour kb-portless-answer:
 // The port's name in the options is looked at even when the driver named none: it may have been typed there.
 void DriverConnection::checkPortText()
 {
@@ -138,6 +139,7 @@ void DriverConnection::CloseTheDeviceDriver()
         }
         (void)m_port.setPortOpen(false); // closing cannot be refused
     }
+    // Kept behaviour kb-emptied-labels: these two are true of an open port only.
     m_window.setIdentification(Identification::Copyright, "");
     m_window.setIdentification(Identification::Driver, "");
 }

@@ -54,6 +54,7 @@ void ReadTest::StartReadTest()
     m_testWindow.enableExitButton();
 }
 
+// Kept behaviour kb-ends-in-read-test: only the tabs come here, so a program that ends leaves the reader in this mode.
 void ReadTest::leave()
 {
     const bool hadLink = std::exchange(m_hadLink, false);

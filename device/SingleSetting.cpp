@@ -65,6 +65,7 @@ void SingleSetting::update(std::string_view address, std::string_view value)
 
 void SingleSetting::send(std::string_view address, std::string_view value)
 {
+    // Kept behaviour kb-single-in-any-case: whether the reader was reached is not looked at.
     (void)m_connection.OpenTheDeviceDriver(); // on a closed port the command goes nowhere
     m_protocol.Send_Cmd(commands::writeParameter(address, value));
     m_connection.CloseTheDeviceDriver();

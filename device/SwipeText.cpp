@@ -36,6 +36,7 @@ SwipeText::Typed SwipeText::keyPress(char typed, const SentinelSets& sets)
     m_readKeySeen = true;
     const char ch = typed == ' ' ? kVisibleBlank : typed;
     std::string heading;
+    // Kept behaviour kb-open-track: a start character inside a track gets no heading, even after a broken swipe.
     if (m_inTrack) {
         m_inTrack = !holds(sets.TrackEnd, ch);
     } else {

@@ -45,6 +45,7 @@ bool TableTransfer::btnRetrieveParms_Click()
     if (!m_connection.OpenTheDeviceDriver()) {
         return false;
     }
+    // Kept behaviour kb-late-question: the port is open and the reader identified before the user is asked.
     m_transfer.setExitCaption("Abort");
     bool complete = false;
     const int tab = m_transfer.currentTab();
@@ -60,6 +61,7 @@ bool TableTransfer::btnRetrieveParms_Click()
     return complete;
 }
 
+// Kept behaviour kb-retrieve-keeps-name: the comment and the name of the last file stay as they are.
 bool TableTransfer::retrieve(tables::LiveTable& table)
 {
     m_window.EnableButtons(false);
@@ -120,7 +122,8 @@ void TableTransfer::retrieveRow(tables::LiveTable& table, int row)
 
     const std::string first = ask(address.substr(0, 3));
     if (isAValue(first)) {
-        // Kept behaviour: for either table it is the Configuration row of this number whose mark is blanked.
+        // Kept behaviour kb-marks-of-the-other: for either table it is the Configuration row of this number whose mark
+        // is blanked.
         const std::string twin = addressOfRow(m_tables.CFG, row);
         m_tables.PutTableEntry_CFG(twin, tables::kUnchangedMark, tables::kChangedColumn);
         table.PutTableEntry(address, first, tables::kValueColumn);
@@ -131,6 +134,7 @@ void TableTransfer::retrieveRow(tables::LiveTable& table, int row)
             table.PutTableEntry(address, first + "-" + second, tables::kValueColumn);
         }
     }
+    // Kept behaviour kb-silent-stop: a parameter that is not answered ends the run without a message.
     table.PutTableEntry(address, tables::kUnchangedMark, tables::kChangedColumn);
     if (isStopped()) {
         table.PutTableEntry(address, oldValue, tables::kValueColumn);
@@ -149,6 +153,8 @@ std::string TableTransfer::ask(const std::string& address)
     return m_link.LastResponse;
 }
 
+// Kept behaviour kb-marks-after-update: the marks tell of the file, so they stay.
+// Kept behaviour kb-update-unconfirmed: every row goes out, and no answer to a write is looked at.
 bool TableTransfer::UpdateDevice()
 {
     m_window.EnableButtons(false);
@@ -183,8 +189,8 @@ bool TableTransfer::update_CFG()
 
 bool TableTransfer::update_KB()
 {
-    // Kept behaviour: the entry of the address list itself is handed over, so for a pair it is advanced to the second
-    // address and stays so.
+    // Kept behaviour kb-double-update: the entry of the address list itself is handed over, so for a pair it is
+    // advanced to the second address and stays so.
     return updateRows(m_tables.KB, [this](std::string& address) { m_protocol.Send_Parameter_KB(address); });
 }
 

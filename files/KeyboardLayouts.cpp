@@ -43,6 +43,7 @@ std::optional<std::string> readLayoutList(std::optional<std::string_view> list, 
         language.name = "Unknown";
         return std::nullopt;
     }
+    // Kept behaviour kb-no-headings: for a layout that is not in the list the sets stay empty, and the name stays.
     language.Track1Start.clear();
     language.Track2Start.clear();
     language.Track3Start.clear();

@@ -13,11 +13,13 @@ namespace files {
 
 namespace {
 
+// Kept behaviour kb-names-with-xxx: a name that holds this counts as none.
 // What the file dialog is without a choice.
 constexpr std::string_view kNoChoice = "XXX";
 
 // What a comment box takes from a file. A file of nothing but comment lines, picked by mistake, must not stop the
 // window.
+// Kept behaviour kb-long-comment: the rest of a longer one is dropped.
 constexpr std::size_t kLongestComment = 65'535;
 
 struct Kind
@@ -86,6 +88,7 @@ void TableFileFlows::OpenTableFile()
     openFile(m_dialogs.chooseFileToOpen(dialogSetup()));
 }
 
+// Kept behaviour kb-load-does-not-ask: a load replaces the rows without a question about unsaved ones.
 void TableFileFlows::openFile(const std::filesystem::path& name)
 {
     if (isNoChoice(name) || !LoadCurrent(name)) {
@@ -109,6 +112,7 @@ bool TableFileFlows::LoadCurrent(const std::filesystem::path& SelectedFileName)
 {
     const platform::Result<std::string> bytes = platform::readFile(SelectedFileName);
     if (!bytes) {
+        // Kept behaviour kb-unopened-file: nobody is told.
         return false;
     }
     fillTable(isConfiguration() ? parseTableFile_CFG(bytes.value()) : parseTableFile_KB(bytes.value()));
@@ -135,6 +139,7 @@ void TableFileFlows::fillTable(const TableFile& file)
 
 // --- Save ---
 
+// Kept behaviour kb-always-asks-name: the button of the toolbar comes here although the table has a name.
 void TableFileFlows::SaveTableFileAs()
 {
     const ButtonsOff buttonsOff(m_window);
@@ -195,7 +200,7 @@ void TableFileFlows::tableIsSaved()
 
 bool TableFileFlows::SaveCurrent(const std::filesystem::path& SelectedFileName)
 {
-    // Kept behaviour: a keyboard language file carries the comment of the Configuration table.
+    // Kept behaviour kb-crossed-comment: a keyboard language file carries the comment of the Configuration table.
     const std::string comment = m_window.comments(tables::kConfigurationTab);
     const std::vector<tables::ParamRow> rows = rowsOf(table().table());
     const platform::Result<void> written = platform::replaceFile(
@@ -239,6 +244,7 @@ bool TableFileFlows::isNoChoice(const std::filesystem::path& name) const
     return name.empty() || isPattern || m_window.displayName(name).find(kNoChoice) != std::string::npos;
 }
 
+// Kept behaviour kb-dialog-folder: the program's own folder, until a file was used.
 platform::FileDialogSetup TableFileFlows::dialogSetup() const
 {
     const Kind& kind = isConfiguration() ? kConfiguration : kKeyboardLanguage;

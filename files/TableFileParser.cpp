@@ -23,6 +23,7 @@ constexpr std::size_t kNotesMarkAt_CFG = 5;
 constexpr std::size_t kShortestRow = 6;
 constexpr std::size_t kShortestPair = 9;
 
+// Kept behaviour kb-comment-changes: a comma ends it, a long one is dropped, the upper half comes back as the lower.
 std::string decodedComment(std::string_view firstLine)
 {
     const std::size_t comma = firstLine.find(',');
@@ -64,6 +65,7 @@ std::string_view valueIn(std::string_view prm)
 
 } // namespace
 
+// Kept behaviour kb-other-lines: the first line is the comment in any case, and lines that do not fit go unsaid.
 TableFile parseTableFile_CFG(std::string_view bytes)
 {
     TableFile table;

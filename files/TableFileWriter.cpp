@@ -26,6 +26,7 @@ void appendComment_KB(std::string& bytes, std::string_view comment)
         return;
     }
     bytes += ';';
+    // Kept behaviour kb-comment-of-lines: only the first line is marked as a comment.
     for (const char c : comment) {
         if (c == '\n') {
             bytes.append(kLineEnd).append(kLineEnd);

@@ -13,6 +13,7 @@
 // is never looked at.
 namespace platform {
 
+// Kept behaviour kb-driver-name:
 // Values are read through a buffer of this size, its last byte kept for a terminator.
 constexpr std::size_t kProfileBufferSize = 40;
 

@@ -95,6 +95,7 @@ void writeCommandValues(ReportText& report, const ParameterBytes& val)
 
 void writeCardData(ReportText& report, const ParameterBytes& val)
 {
+    // Kept behaviour kb-line-01c:
     // The line tagged 01C shows the value of 029, as the report has it; the dump shows the true 01C.
     report.line({"       PreCard Data: [01C] Code:      ", codeOrNotUsed(val("029"))});
     report.line({"                     [01D] Character: ", codeOrNotUsed(val("01D"))});

@@ -64,6 +64,7 @@ void writeKeyboardId(ReportText& report, const std::string& id)
     report.emptyLine();
 }
 
+// Kept behaviour kb-opposite-words: the editor has other words for these bits.
 std::string shiftWords(std::uint8_t flags)
 {
     std::string words;

@@ -14,6 +14,7 @@ PrintedLines printedLines(std::string_view text)
     while (at + 1 < text.size()) { // so that a single last character is passed over
         const std::size_t lineEnd = text.find(kLineEnd, at);
         if (lineEnd == std::string_view::npos) {
+            // Kept behaviour kb-last-line: the document is left unfinished, and nobody is told.
             printed.end = PrintEnd::UnfinishedLine;
             break;
         }

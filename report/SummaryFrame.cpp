@@ -30,6 +30,7 @@ std::string rightAligned(std::string_view text, std::size_t width)
 void writeHeading(ReportText& report, const SummaryFacts& facts)
 {
     constexpr std::size_t kTitleWidth = 54;
+    // Kept behaviour kb-summary-details: no blank before the date.
     report.line({rightAligned("Brennic Teslin " + facts.firmwareVersion, kTitleWidth), dateText(facts.date)});
 }
 

@@ -11,6 +11,7 @@ namespace {
 
 constexpr std::string_view kRequiredTip = "Track enabled AND required";
 
+// Kept behaviour kb-spelling:
 // The third caption of the first two tracks is spelled as users of the program know it.
 constexpr std::array<BitOption, 3> kTrackOptions = {{
     {.caption = "Disabled", .toolTip = {}, .setting = 0},
@@ -106,6 +107,7 @@ constexpr std::uint8_t withBits(std::uint8_t byte, std::uint8_t mask, unsigned b
 
 } // namespace
 
+// Kept behaviour kb-no-option: a setting that no option offers selects none.
 std::optional<int> selectedOption(const BitField& field, std::string_view value)
 {
     const unsigned setting = (hexByte(value) & field.mask) / unitOf(field.mask);

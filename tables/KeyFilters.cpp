@@ -9,6 +9,7 @@ constexpr int kToUpperCase = 'a' - 'A';
 
 } // namespace
 
+// Kept behaviour kb-swallowed-keys: the keys of copying and selecting are no digits, so they do nothing.
 int decimalKey(int KeyAscii)
 {
     return KeyAscii == kBackspace || (KeyAscii >= '0' && KeyAscii <= '9') ? KeyAscii : 0;

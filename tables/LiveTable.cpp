@@ -25,9 +25,11 @@ void LiveTable::InitGrid()
     }
     // Answering the question may have saved the table, which ends in editing mode.
     m_session.EditState = EditSession::kFilling;
+    // Kept behaviour kb-default-star: one table loses its star and the other does not; both still count as unsaved.
     if (m_table.kind().resetRestoresCaption) {
         restoreTabCaption();
     }
+    // Kept behaviour kb-default-clears-comment: the question above was about rows; a new comment goes unasked.
     m_host.forgetCommentsAndFile();
     m_table.clearToHeader();
     m_grid.setCol(kChangedColumn);
@@ -172,6 +174,7 @@ void LiveTable::reopenEditor()
     rowChanged();
 }
 
+// Kept behaviour kb-grid-moves: by one row, and for reading an entry, too.
 void LiveTable::keepInView(int index)
 {
     if (index < m_table.rowCount() - 2 && !m_grid.rowIsVisible(index + 2)) {

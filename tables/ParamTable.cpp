@@ -84,6 +84,7 @@ void ParamTable::forgetAddressesFrom(int index)
     }
 }
 
+// Kept behaviour kb-address-twice: of two equal addresses the first counts.
 ParamTable::Lookup ParamTable::find(std::string_view address) const
 {
     const int last = std::min<int>(NumParms + 1, kIndexSize - 1);

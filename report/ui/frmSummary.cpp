@@ -165,6 +165,7 @@ bool frmSummary::printDocument()
     return printer.endDocument();
 }
 
+// Kept behaviour kb-summary-replaces: no question about a file that is there, and no word about the outcome.
 void frmSummary::btnSave_Click()
 {
     const std::filesystem::path file = m_services.dialogs.chooseFileToSave(

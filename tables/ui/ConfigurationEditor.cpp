@@ -136,6 +136,7 @@ void ConfigurationEditor::loadControls(const std::string& value)
     m_controls.frmSendFlags->load(byte);
 }
 
+// Kept behaviour kb-question-mark: a control character has no picture; one that the code page lacks is stored as ?.
 void ConfigurationEditor::loadCharacterBox(std::uint8_t byte)
 {
     m_controls.txtCharEntry->clear();
@@ -273,6 +274,7 @@ void ConfigurationEditor::txtHexEntry_Change()
     if (!m_row.mayEdit() || text.empty()) {
         return;
     }
+    // Kept behaviour kb-terminator-box: the box shows the whole byte, and the options do not change it.
     // The entry is not masked: typing 80 or more as a terminator also asks for it after each track.
     const unsigned kept = m_session.CurrentAddress == kTerminatorAddress ? takeByte() & kPerTrackBit : 0U;
     m_row.writeByte(static_cast<std::uint8_t>(kept | hexByte(text)));
@@ -292,6 +294,7 @@ void ConfigurationEditor::txtDecEntry_Change()
     showDelay();
     const std::string text = platform::toAnsi(m_controls.txtDecEntry->text());
     const double counts = decimalNumber(text);
+    // Kept behaviour kb-too-large: what was legal before the last key stays in the table.
     if (!text.empty() && isLegalDelay(counts)) {
         m_row.writeByte(static_cast<std::uint8_t>(std::nearbyint(counts)));
     }
@@ -315,6 +318,7 @@ void ConfigurationEditor::txtCharEntry_Change()
     }
 }
 
+// Kept behaviour kb-comment-not-marked: a comment is no row, so it marks nothing.
 void ConfigurationEditor::txtComments_CFG_Change()
 {
     m_host.setStatusText({});
@@ -327,6 +331,7 @@ std::uint8_t ConfigurationEditor::takeByte()
     return hexByte(m_row.takeValue());
 }
 
+// Kept behaviour kb-same-option: the row is marked also when the byte is the same.
 void ConfigurationEditor::writeOption(const BitField& field, int index)
 {
     if (m_row.mayEdit()) {
@@ -357,6 +362,7 @@ void ConfigurationEditor::ensureTerminator()
 void ConfigurationEditor::grdCFG_DblClick()
 {
     GridCursor& grid = m_table.grid();
+    // Kept behaviour kb-first-row: the row is left out by its place, whatever its address.
     if (grid.row() <= kIdentificationRow || m_device.isBusy()) {
         return;
     }

@@ -179,6 +179,7 @@ void KeyboardLanguageEditor::radShiftA4_KB_Click(int Index)
     writeShiftFlag(fields::radShiftA4, Index);
 }
 
+// Kept behaviour kb-emptied-box:
 // An emptied box stands for the scan code 00.
 void KeyboardLanguageEditor::txtHexEntry_KB_Change()
 {
@@ -264,6 +265,7 @@ void KeyboardLanguageEditor::sendSettings(std::span<const std::string> settings)
     if (m_device.wasCutShort()) {
         return;
     }
+    // Kept behaviour kb-sent-unconfirmed: no answer of the reader is looked at.
     m_boxes.show({.text = sentNotice_KB(settings)});
     EditData_KB();
 }

@@ -206,6 +206,7 @@ private slots:
 
     // --- Driver check ---
 
+    // kb-driver-places
     void theDriverIsFoundAtAnyOfItsPlaces_data()
     {
         QTest::addColumn<QString>("file");

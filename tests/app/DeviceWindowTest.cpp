@@ -140,6 +140,7 @@ private slots:
         QCOMPARE(f.table_CFG().cell(27, 0), "XXX");
     }
 
+    // kb-late-question
     void retrieveAsksAboutUnsavedChangesWithThePortOpen()
     {
         MainWindowFixture f;
@@ -293,6 +294,7 @@ private slots:
         QVERIFY(f.boxes.shown.empty());
     }
 
+    // kb-edit-during-retrieve
     void anEditMadeDuringARetrieveIsStillUnsaved()
     {
         MainWindowFixture f;
@@ -424,6 +426,7 @@ private slots:
     }
 
     // A time-out stays in force for everything that the toolbar did not start.
+    // kb-no-waiting
     void anAbortPersistsUntilTheNextToolbarPress()
     {
         MainWindowFixture f;

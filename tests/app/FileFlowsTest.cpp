@@ -67,6 +67,7 @@ class FileFlowsTest final : public QObject
     static QString namesOf(const std::filesystem::path& path) { return platform::pathText(path); }
 
 private slots:
+    // kb-dialog-folder
     void openDialogIsSetUpForItsTable()
     {
         MainWindowFixture f;
@@ -86,6 +87,7 @@ private slots:
         QVERIFY(!wasEnabled);
     }
 
+    // kb-load-does-not-ask
     void openingFillsTheTable()
     {
         MainWindowFixture f;
@@ -129,6 +131,7 @@ private slots:
         QCOMPARE(f.find<QPlainTextEdit>("txtComments_KB")->toPlainText(), "US\n");
     }
 
+    // kb-names-with-xxx
     void aNameThatIsNoChoiceLoadsNothing_data()
     {
         QTest::addColumn<QString>("name");
@@ -151,6 +154,7 @@ private slots:
         QVERIFY(f.find<QToolButton>("KEY_SAVE")->isEnabled());
     }
 
+    // kb-unopened-file
     void aFileThatCannotBeReadChangesNothing_data()
     {
         QTest::addColumn<bool>("isFolder");
@@ -218,6 +222,7 @@ private slots:
         QCOMPARE(f.textOf("lblFilename"), namesOf(fileIn(f, "new.tlc")));
     }
 
+    // kb-crossed-comment
     void keyboardFileCarriesTheConfigurationComment()
     {
         MainWindowFixture f;
@@ -243,6 +248,7 @@ private slots:
         QCOMPARE(contentOf(fileIn(f, "odd2.tlc")), file);
     }
 
+    // kb-always-asks-name
     void savingOverAFileAsks_data()
     {
         QTest::addColumn<int>("answer");
@@ -393,6 +399,7 @@ private slots:
         QVERIFY(contentOf(fileIn(f, "shop.tlc")).contains("\r\n01A,20 ;"));
     }
 
+    // kb-yes-without-file
     void yesThenACancelledDialogGoesOnAllTheSame()
     {
         MainWindowFixture f;
@@ -449,6 +456,7 @@ private slots:
     }
 
     // A comment box takes what a text box has always taken, in whole lines.
+    // kb-long-comment
     void aVeryLongCommentEndsWithALine()
     {
         MainWindowFixture f;

@@ -80,6 +80,7 @@ private slots:
         QCOMPARE(entries("menuHelp"), QStringList({"mnuRead=&Brief help", "mnuAbout=&About Teslin Configure"}));
     }
 
+    // kb-defaults-at-start
     void startsWithBothTablesAtTheirDefaults()
     {
         MainWindowFixture f;
@@ -311,6 +312,7 @@ private slots:
     }
 
     // The frame counts: without it the window would be a little further up at every start.
+    // kb-never-maximised
     void aMaximisedWindowKeepsItsNormalPlacement_data()
     {
         QTest::addColumn<QString>("state");
@@ -406,6 +408,7 @@ private slots:
         QCOMPARE(int{f.window->link().PortNumber}, 0); // the port is detected all the same
     }
 
+    // kb-command-letter
     void commandLineR_data()
     {
         QTest::addColumn<QString>("commandLine");

@@ -335,6 +335,7 @@ private slots:
         QCOMPARE(p.setting("Port", "Virtual Port"), "COM12");
     }
 
+    // kb-driver-name
     void theNameIsCutToWhatTheSettingsHold()
     {
         Program p;

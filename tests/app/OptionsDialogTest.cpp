@@ -302,6 +302,7 @@ private slots:
 
     // --- Test by port ---
 
+    // kb-open-port
     void testByPortOpensThePortAndLeavesItOpen()
     {
         Options o;
@@ -367,6 +368,7 @@ private slots:
     }
 
     // The bar counts, not the box.
+    // kb-saved-port
     void testByPortDoesNotReadTheTypedPort()
     {
         Options o;
@@ -428,6 +430,7 @@ private slots:
         QCOMPARE(o.bar()->value(), 12);
     }
 
+    // kb-cancelled-options
     void cancelSavesNothingKeepsTheNameAndPutsThePortBack_data()
     {
         QTest::addColumn<int>("way");
@@ -458,6 +461,7 @@ private slots:
         QCOMPARE(o.bar()->value(), 8);
     }
 
+    // kb-tested-port
     void cancelAfterATestKeepsTheTestedPort()
     {
         Options o;
@@ -505,6 +509,7 @@ private slots:
 
     // --- Keyboard ---
 
+    // kb-same-letter
     void tabReachesEveryControl()
     {
         Options o;

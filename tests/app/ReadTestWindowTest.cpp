@@ -313,6 +313,7 @@ private slots:
     }
 
     // The end of the program is no way back to a table, unless its questions lead there.
+    // kb-ends-in-read-test
     void closingInTheTest()
     {
         ReadTestDesk desk;

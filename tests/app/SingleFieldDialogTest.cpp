@@ -393,6 +393,18 @@ private slots:
         QVERIFY(d.boxes.shown.empty());
     }
 
+    // kb-single-as-typed
+    void tooManyDigitsGoOutAsTheyAre()
+    {
+        Dialog d;
+        d.type("txtSingleAddress", "014");
+        d.type("txtSingleValue", "1234");
+        d.boxes.expect(BoxAnswer::Ok);
+        d.click("btnUpdateSingleField");
+        QCOMPARE(d.sent().last(), "/rawsend WPW014=1234");
+        QCOMPARE(d.tables.CFG.value(3), "1234");
+    }
+
     void pressesDuringAnOperationAreIgnored()
     {
         Dialog d;

@@ -17,6 +17,7 @@ class SplashTest final : public QObject
     Q_OBJECT
 
 private slots:
+    // kb-for-windows
     void itNamesProgramMakerVersionAndPart()
     {
         frmSplash splash;

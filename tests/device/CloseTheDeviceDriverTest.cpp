@@ -79,6 +79,7 @@ private slots:
         QTEST(QByteArray::fromStdString(on.window.statusText), "panel");
     }
 
+    // kb-emptied-labels
     void closingKeepsFirmwareAndWhatIsVisible()
     {
         DeviceLink on;

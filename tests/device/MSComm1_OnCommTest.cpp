@@ -86,6 +86,7 @@ private slots:
     }
 
     // The box is modal inside the receive event and the countdown goes on behind it.
+    // kb-no-data-read
     void aBlankLineEndsTheWaitOnceItsBoxWasOpenTooLong()
     {
         DeviceLink on;

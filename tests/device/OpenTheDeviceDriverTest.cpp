@@ -152,6 +152,7 @@ private slots:
         QCOMPARE(lines(on.log), expected);
     }
 
+    // kb-portless-answer
     void thePortOfTheOptionsIsUsedByTheNextPress()
     {
         DeviceLink on;

@@ -23,6 +23,7 @@ class RetrieveEndsTest final : public QObject
 
 private slots:
     // Every earlier row is fresh, the silent one as it was, every later one untouched.
+    // kb-silent-stop
     void aSilentConfigurationRow()
     {
         DeviceLink on;
@@ -347,6 +348,7 @@ private slots:
     }
 
     // A late reply of the identification comes as an event and passes for the first row's value.
+    // kb-late-answer
     void aLateIdentificationMayBecomeAValue()
     {
         DeviceLink on;

@@ -269,6 +269,7 @@ private slots:
     // --- the marks
 
     // A Keyboard Language row takes the mark off the Configuration row of the same number as well.
+    // kb-marks-of-the-other
     void theMarksOfBothTables()
     {
         DeviceLink on;

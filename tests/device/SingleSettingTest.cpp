@@ -229,6 +229,7 @@ private slots:
     }
 
     // The driver confirms nothing, so an update cannot know; the table follows what the user wanted.
+    // kb-single-in-any-case
     void anUpdateChangesTheTableEvenWithoutALink()
     {
         Setting on;

@@ -234,6 +234,7 @@ private slots:
         QVERIFY(!swipe.takeRawBlock());
     }
 
+    // kb-open-track
     void aTrackStaysOpenOverAPause()
     {
         SwipeText swipe;

@@ -95,6 +95,7 @@ private slots:
         QVERIFY(!on.port.PortOpen());
     }
 
+    // kb-marks-after-update
     void writesRowsWhetherChangedOrNotAndKeepsTheirMarks()
     {
         DeviceLink on;
@@ -222,6 +223,7 @@ private slots:
         QVERIFY(!on.tables.KB.table.TableChanged);
     }
 
+    // kb-double-update
     void theNextUpdatesWriteShifted()
     {
         DeviceLink on;
@@ -379,6 +381,7 @@ private slots:
     }
 
     // A pair is finished, though without waiting.
+    // kb-pair-after-abort
     void anAbortBetweenTheBytesOfAPair()
     {
         DeviceLink on;
@@ -393,6 +396,7 @@ private slots:
                                  "/rawsend WPW084=03"}));
     }
 
+    // kb-update-unconfirmed
     void silenceDoesNotMatter()
     {
         DeviceLink on;

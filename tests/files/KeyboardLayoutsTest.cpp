@@ -110,6 +110,7 @@ private slots:
         QCOMPARE(language.layoutFlag, true);
     }
 
+    // kb-no-headings
     void noMatch_data()
     {
         QTest::addColumn<std::string>("list");

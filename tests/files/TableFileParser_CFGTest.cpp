@@ -15,6 +15,7 @@ class TableFileParser_CFGTest final : public QObject
     Q_OBJECT
 
 private slots:
+    // kb-comment-changes
     void comment_data()
     {
         QTest::addColumn<std::string>("file");
@@ -157,6 +158,7 @@ private slots:
         QCOMPARE(rowTexts(table.rows), (QByteArrayList{"001|0F|notes text", "013|95|", "01A|12|"}));
     }
 
+    // kb-other-lines
     void withoutACommentLineTheFirstRowIsTheComment()
     {
         const TableFile table = parseTableFile_CFG("001,00 ;a\r\n013,95 ;b\r\n014,63 ;c\r\n");

@@ -94,6 +94,7 @@ private slots:
     }
 
     // Kept as it is: the later lines of a comment come back as rows in front of the table's own.
+    // kb-comment-of-lines
     void keyboardComment_data()
     {
         QTest::addColumn<std::string>("typed");

@@ -96,6 +96,7 @@ private slots:
                  lines(expected));
     }
 
+    // kb-summary-details
     void heading_data()
     {
         QTest::addColumn<QByteArray>("firmwareVersion");
@@ -186,6 +187,7 @@ private slots:
                 .contains("[001] Parameter ID#: 00 (unmodified)\r\n\r\n                     [014] Send numbers as "));
     }
 
+    // kb-line-01c
     void preCardCodeShowsTheTerminator()
     {
         // The words beside [01C] tell parameter 029; the dump shows the true 01C.

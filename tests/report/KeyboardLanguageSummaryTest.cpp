@@ -176,6 +176,7 @@ private slots:
         QCOMPARE(lines(changedSummary({{"080", value.toStdString()}})), lines(changedGolden(changes)));
     }
 
+    // kb-opposite-words
     void shiftWordsOfAKey_data()
     {
         QTest::addColumn<QByteArray>("flags");

@@ -345,6 +345,7 @@ private slots:
         QCOMPARE(bench.saved.size(), std::size_t(1));
     }
 
+    // kb-summary-replaces
     void replacesAFileWithoutAsking()
     {
         const QTemporaryDir folder;
@@ -419,6 +420,7 @@ private slots:
         QVERIFY(bench.printer.documents.empty());
     }
 
+    // kb-last-line
     void givesUpAtAnUnfinishedLine()
     {
         Bench bench;

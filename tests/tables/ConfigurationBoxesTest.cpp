@@ -31,6 +31,7 @@ private slots:
         QCOMPARE(w.label("lblDecEntry")->text(), text("  130.6 milliseconds"));
     }
 
+    // kb-too-large
     void anIllegalDelayIsNotWritten()
     {
         EditorWindow w;
@@ -134,6 +135,7 @@ private slots:
         QCOMPARE(w.valueCfg(text("015")), text("25"));
     }
 
+    // kb-question-mark
     void charactersAreThoseOfTheWindowsCodePage()
     {
         EditorWindow w;
@@ -259,6 +261,7 @@ private slots:
         QCOMPARE(w.box("txtHexEntry")->text(), text("0D"));
     }
 
+    // kb-terminator-box
     void theTerminatorBoxAndItsOptionsDoNotFollowEachOther()
     {
         EditorWindow w;

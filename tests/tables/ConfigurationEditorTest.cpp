@@ -162,6 +162,7 @@ private slots:
     }
 
     // The option of the row before must not stay selected.
+    // kb-no-option
     void aFieldWithoutMatchingOptionSelectsNone()
     {
         EditorWindow w;
@@ -177,6 +178,7 @@ private slots:
         QCOMPARE(w.valueCfg(text("02A")), text("F8"));
     }
 
+    // kb-same-option
     void clickingTheSelectedOptionMarksTheRow()
     {
         EditorWindow w;
@@ -268,6 +270,7 @@ private slots:
         }
     }
 
+    // kb-comment-not-marked
     void commentsEmptyTheFirstPanel()
     {
         EditorWindow w;

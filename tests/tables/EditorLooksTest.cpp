@@ -107,7 +107,7 @@ private slots:
             {"frmReadTypes", "Read cards of type"},
             {"frmSendError", "Send Error Response"},
             {"frmSendFlags", "Send Flags"},
-            {"frmSendTerm", "Send Terminating Chartacter:"},
+            {"frmSendTerm", "Send Terminating Chartacter:"}, // kb-spelling
             {"frmTrkMap", "Track mapping"},
             {"frmA1_CFG", "KB Flag A1 Values"},
             {"frmA23_CFG", "KB Flag A23 Values"},

@@ -111,6 +111,7 @@ private slots:
         QCOMPARE(box->text(), text("913"));
     }
 
+    // kb-swallowed-keys
     void controlLettersAreSwallowed_data() { boxes(true); }
     void controlLettersAreSwallowed()
     {

@@ -190,6 +190,7 @@ private slots:
     }
 
     // Unlike the Configuration editor's boxes, an empty one stands for 00 here.
+    // kb-emptied-box
     void anEmptiedScanCodeIsZero()
     {
         EditorWindow w;

@@ -162,6 +162,7 @@ private slots:
         }
     }
 
+    // kb-default-star
     void configurationResetAfterAnEditLeavesTheStarredCaption()
     {
         LiveTableFixture f(configurationKind());

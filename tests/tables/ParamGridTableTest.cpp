@@ -195,6 +195,7 @@ private slots:
         QCOMPARE(g.grid.topRow(), 2);
     }
 
+    // kb-grid-moves
     void getScrollsByOneRowAndLeavesTheRow()
     {
         LiveGrid g(27);

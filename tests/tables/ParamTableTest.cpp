@@ -275,6 +275,7 @@ private slots:
         QCOMPARE(table.find("ABC").row.value_or(0), 3);
     }
 
+    // kb-address-twice
     void lookupTakesTheFirstOfEqualAddresses()
     {
         ParamTable table(configurationKind());

@@ -103,6 +103,7 @@ private slots:
     }
 
     // The read-only row is known by its place, whatever address a file put there.
+    // kb-first-row
     void rowsAreIgnoredByTheirPlace()
     {
         EditorWindow w;
@@ -162,6 +163,7 @@ private slots:
                  Calls({"open", "Send_Cmd /rawsend WPW083=20", "Send_Cmd /rawsend WPW084=03", "close"}));
     }
 
+    // kb-sent-unconfirmed
     void aPairIsSentInTwoCommands()
     {
         EditorWindow w;
