@@ -138,6 +138,9 @@ Verdict parseCommandLine(std::span<const std::string_view> arguments, CommandLin
             return verdict;
         }
     }
+    if (read.wish == CommandLine::Wish::TypeCard && !read.dosDevices.empty() && !read.memoryFile.empty()) {
+        return {"--dosdevices and --memory name two readers for one card"};
+    }
     if (read.wish != CommandLine::Wish::Run) {
         commandLine = std::move(read);
         return {};

@@ -23,7 +23,7 @@ struct CommandLine
     std::string logFile;         // empty: no log file
     bool verbose = false;        // the log goes to standard error too
     std::vector<std::string> faults;
-    std::string card; // the name of a sample card, when one is to be typed
+    std::string card; // the name of a sample card, when one is to be typed; by the reader of dosDevices or memoryFile
 
     // The entry of the port: "com5".
     [[nodiscard]] std::string portEntry() const { return "com" + std::to_string(port); }

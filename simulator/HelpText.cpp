@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view kOptions =
     R"(Usage: ksd-simulator --dosdevices DIR [OPTION]...
-       ksd-simulator --type-card NAME
+       ksd-simulator --type-card NAME [--dosdevices DIR [--port N] | --memory FILE]
 
 Stands in for the KSD driver and a Teslin reader, so that Teslin Configure can be
 tried and tested without either. It holds two pseudo-terminals, the driver's device
@@ -33,7 +33,9 @@ sent SIGINT (Ctrl+C) or SIGTERM; then it removes everything that it made.
   --verbose          write the same lines to standard error
   --fault RULE       do something wrong; may be given several times
   --type-card NAME   print what a reader types for a sample card, Enter as a carriage
-                     return, and end; the name list prints the names of the cards
+                     return, and end: the reader that runs on DIR, one with the values
+                     of FILE, or else one from the factory; the name list prints the
+                     names of the cards
   --help             this text
   --version          the version
 

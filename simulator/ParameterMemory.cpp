@@ -73,6 +73,7 @@ bool ParameterMemory::store(std::string_view address, std::string_view value)
         return false;
     }
     found->second = tables::hexTwoDigits(tables::hexByte(value));
+    ++m_changes;
     return true;
 }
 

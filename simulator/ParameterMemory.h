@@ -31,11 +31,15 @@ public:
     // then no value has changed.
     Verdict load(std::string_view text);
 
+    // How often values were stored or loaded so far.
+    [[nodiscard]] int changes() const { return m_changes; }
+
     // All values as load() reads them, in the order of their addresses.
     [[nodiscard]] std::string text() const;
 
 private:
     std::map<std::string, std::string, std::less<>> m_values;
+    int m_changes = 0;
 };
 
 } // namespace simulator

@@ -1,43 +1,44 @@
 #include "simulator/SampleCards.h"
 
 #include <algorithm>
-#include <array>
 
 namespace simulator {
 
-namespace {
-
-// The numbers are nobody's: account numbers of zeros are not given out, and no authority goes by ZZ. Sentinels are
-// those that the reader is set to at the factory.
-constexpr std::array<SampleCard, 4> kCards = {{
-    {"credit", "a payment card, tracks 1 and 2",
-     "%B0000000000000000^SAMPLE/CARD A             ^99120000000000000000?"
-     ";0000000000000000=99120000000000000000?\r"},
-    {"bank", "a bank card, all three tracks",
-     "%B0000000000000000^SAMPLE/BANK B             ^99120000000000000000?"
-     ";0000000000000000=99120000000000000000?"
-     "+010000000000000000==0000000000000000000000000000000000=0=0000=00000000?\r"},
-    {"licence", "a driver licence, track 3 with a start sentinel of its own",
-     "%ZZNOWHERE^SAMPLE$LICENCE$C^1 EXAMPLE STREET^?"
-     ";00000000000000000=991219000101=?"
-     "#!00000      D               1000000BRNBLU                              ?\r"},
-    {"seven-bit", "tracks 2 and 3 in the letters of track 1",
-     "%SAMPLE SEVEN BIT CARD?"
-     "@TRACK TWO: 7 BITS (A CHARACTER)?"
-     "&TRACK THREE, #$'*-./0123456789<=>[]_?\r"},
-}};
-
-} // namespace
-
+// The numbers are nobody's: account numbers of zeros are not given out, and no authority goes by ZZ.
 std::span<const SampleCard> sampleCards()
 {
-    return kCards;
+    static const std::vector<SampleCard> cards = {
+        {.name = "credit",
+         .meaning = "a payment card, tracks 1 and 2",
+         .tracks = {{1, TrackFormat::Track1, "B0000000000000000^SAMPLE/CARD A             ^99120000000000000000"},
+                    {2, TrackFormat::Track2Iso, "0000000000000000=99120000000000000000"}}},
+        {.name = "bank",
+         .meaning = "a bank card, all three tracks",
+         .tracks = {{1, TrackFormat::Track1, "B0000000000000000^SAMPLE/BANK B             ^99120000000000000000"},
+                    {2, TrackFormat::Track2Iso, "0000000000000000=99120000000000000000"},
+                    {3, TrackFormat::Track3Iso,
+                     "010000000000000000==0000000000000000000000000000000000=0=0000=00000000"}}},
+        {.name = "licence",
+         .meaning = "a driver licence, track 3 with a start sentinel of its own",
+         .isIso = false,
+         .tracks = {{1, TrackFormat::Track1, "ZZNOWHERE^SAMPLE$LICENCE$C^1 EXAMPLE STREET^"},
+                    {2, TrackFormat::Track2Iso, "00000000000000000=991219000101="},
+                    {3, TrackFormat::Track3Aamva,
+                     "!00000      D               1000000BRNBLU                              "}}},
+        {.name = "seven-bit",
+         .meaning = "tracks 2 and 3 in the letters of track 1",
+         .tracks = {{1, TrackFormat::Track1, "SAMPLE SEVEN BIT CARD"},
+                    {2, TrackFormat::Track2SevenBit, "TRACK TWO: 7 BITS (A CHARACTER)"},
+                    {3, TrackFormat::Track3SevenBit, "TRACK THREE, #$'*-./0123456789<=>[]_"}}},
+    };
+    return cards;
 }
 
 const SampleCard* findSampleCard(std::string_view name)
 {
-    const auto* const card = std::ranges::find(kCards, name, &SampleCard::name);
-    return card == kCards.end() ? nullptr : card;
+    const std::span<const SampleCard> cards = sampleCards();
+    const auto card = std::ranges::find(cards, name, &SampleCard::name);
+    return card == cards.end() ? nullptr : &*card;
 }
 
 } // namespace simulator

@@ -35,6 +35,7 @@ Simulator::Simulator(const CommandLine& commandLine, Driver& driver)
     , m_log(commandLine.logFile, commandLine.verbose)
     , m_doors{TerminalDoor(Door::DeviceObject, commandLine.name, {driver, m_folder, m_watch, m_log}),
               TerminalDoor(Door::Port, commandLine.portEntry(), {driver, m_folder, m_watch, m_log})}
+    , m_values(m_folder.path(), commandLine.portEntry(), driver.reader().memory())
 {
     m_folder.putDriverFile();
     m_log.event("-", "start", readyLine());
@@ -92,6 +93,7 @@ void Simulator::serve(std::optional<Clock::time_point> until)
     for (std::size_t i = 0; i < m_doors.size(); ++i) {
         if ((polled[i].revents & POLLIN) != 0) {
             m_doors[i].receive();
+            m_values.update();
         }
         if ((polled[i].revents & POLLOUT) != 0) {
             m_doors[i].send();

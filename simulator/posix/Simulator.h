@@ -4,6 +4,7 @@
 #include "simulator/Driver.h"
 #include "simulator/posix/ClientWatch.h"
 #include "simulator/posix/DosFolder.h"
+#include "simulator/posix/PostedValues.h"
 #include "simulator/posix/Signals.h"
 #include "simulator/posix/TerminalDoor.h"
 #include "simulator/posix/WireLog.h"
@@ -38,6 +39,7 @@ private:
     WireLog m_log;
     ClientWatch m_watch;
     std::array<TerminalDoor, 2> m_doors;
+    PostedValues m_values; // goes before the folder that it lies in
 };
 
 } // namespace simulator

@@ -1,7 +1,8 @@
 #include "simulator/CommandLine.h"
 #include "simulator/Driver.h"
-#include "simulator/SampleCards.h"
+#include "simulator/TypedCard.h"
 #include "simulator/posix/Descriptor.h"
+#include "simulator/posix/PostedValues.h"
 #include "simulator/posix/SetupError.h"
 #include "simulator/posix/Simulator.h"
 
@@ -11,6 +12,7 @@
 #include <cstddef>
 #include <cstdlib>
 #include <exception>
+#include <filesystem>
 #include <fstream>
 #include <iomanip>
 #include <iostream>
@@ -81,6 +83,22 @@ void simulate(const CommandLine& commandLine, Driver& driver)
     }
 }
 
+void typeCard(const CommandLine& commandLine)
+{
+    ParameterMemory memory;
+    std::string values = commandLine.memoryFile;
+    if (!commandLine.dosDevices.empty()) {
+        values = PostedValues::file(commandLine.dosDevices, commandLine.portEntry()).string();
+        if (!std::filesystem::exists(values)) {
+            throw SetupError("no simulated reader runs on " + commandLine.dosDevices);
+        }
+    }
+    if (!values.empty()) {
+        loadMemory(values, memory);
+    }
+    std::cout << typedCard(*findSampleCard(commandLine.card), memory);
+}
+
 void listCards()
 {
     constexpr int kNameWidth = 12;
@@ -106,7 +124,7 @@ int runProgram(const std::vector<std::string_view>& arguments)
         listCards();
         return EXIT_SUCCESS;
     case CommandLine::Wish::TypeCard:
-        std::cout << findSampleCard(commandLine.card)->keys;
+        typeCard(commandLine);
         return EXIT_SUCCESS;
     case CommandLine::Wish::Run:
         break;

@@ -1,4 +1,4 @@
-#include "simulator/SampleCards.h"
+#include "simulator/TypedCard.h"
 #include "tests/app/ReadTestDesk.h"
 #include "tests/support/RunnableTest.h"
 
@@ -233,6 +233,7 @@ private slots:
     }
 
     // The program's own shortcuts: each would open a box, a dialog or a window here.
+    // kb-all-keys
     void shortcutsOfTheProgram()
     {
         ReadTestDesk desk;
@@ -306,7 +307,7 @@ private slots:
         ReadTestDesk desk;
         QVERIFY(desk.startInTest());
         for (const simulator::SampleCard& card : simulator::sampleCards()) {
-            const QString keys = QString::fromLatin1(card.keys.data(), qsizetype(card.keys.size()));
+            const QString keys = QString::fromStdString(simulator::typedCard(card, desk.f.model.memory()));
             QTest::mouseClick(desk.f.find<QPushButton>("cmdClearReadDisplay"), Qt::LeftButton);
             desk.type(keys);
             desk.pause();

@@ -71,6 +71,11 @@ private slots:
         QCOMPARE(line.card, std::string("credit"));
         QVERIFY(parse({"--type-card=list"}, line));
         QVERIFY(line.wish == CommandLine::Wish::ListCards);
+        QVERIFY(parse({"--type-card=credit", "--dosdevices=dir", "--port=7"}, line));
+        QCOMPARE(line.dosDevices, std::string("dir"));
+        QCOMPARE(line.portEntry(), std::string("com7"));
+        QVERIFY(parse({"--memory", "values", "--type-card=credit"}, line));
+        QCOMPARE(line.memoryFile, std::string("values"));
         QVERIFY(parse({"--type-card=credit", "--help"}, line));
         QVERIFY(line.wish == CommandLine::Wish::ShowHelp);
     }
@@ -113,6 +118,7 @@ private slots:
         row("--type-card=", "no sample card ''; --type-card list names them");
         row("--type-card=Credit", "no sample card 'Credit'; --type-card list names them");
         row("--type-card|credit|--type-card|bank", "--type-card is given twice");
+        row("--type-card=credit|--memory=a|--dosdevices=b", "--dosdevices and --memory name two readers for one card");
         row("--type-card|credit|--speed", "unknown argument '--speed'");
         row("--verbose=1", "unknown argument '--verbose=1'");
         row("--speed|9600", "unknown argument '--speed'");

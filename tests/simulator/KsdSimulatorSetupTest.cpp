@@ -57,8 +57,9 @@ private slots:
         QCOMPARE(m_simulator->readyLine(), "ready: device object teslin, port COM5, folder " +
                                                QFile::encodeName(QDir(m_simulator->folder()).canonicalPath()) + '\n');
         QCOMPARE(treeOf(m_simulator->folder()),
-                 (QStringList{QStringLiteral("c:"), QStringLiteral("c:/Windows"), QStringLiteral("c:/Windows/system32"),
-                              QStringLiteral("c:/Windows/system32/drivers"), kDriverFile, kPort, kDevice}));
+                 (QStringList{QStringLiteral(".com5.values"), QStringLiteral("c:"), QStringLiteral("c:/Windows"),
+                              QStringLiteral("c:/Windows/system32"), QStringLiteral("c:/Windows/system32/drivers"),
+                              kDriverFile, kPort, kDevice}));
         QCOMPARE(contentOf(m_simulator->entry(kDriverFile)), QByteArray());
         for (const QString& entry : {kPort, kDevice}) {
             QVERIFY(targetOf(m_simulator->entry(entry)).startsWith("/dev/pts/"));
@@ -234,8 +235,7 @@ private slots:
 
     void aCardIsTypedAndNothingSetUp()
     {
-        const SimulatorProcess::Outcome card = SimulatorProcess::run(
-            {QStringLiteral("--dosdevices"), m_simulator->folder(), QStringLiteral("--type-card=credit")});
+        const SimulatorProcess::Outcome card = SimulatorProcess::run({QStringLiteral("--type-card=credit")});
         QCOMPARE(card.exitCode, 0);
         QCOMPARE(card.output, QByteArray("%B0000000000000000^SAMPLE/CARD A             ^99120000000000000000?"
                                          ";0000000000000000=99120000000000000000?\r"));
@@ -249,6 +249,39 @@ private slots:
                                          "bank        a bank card, all three tracks\n"
                                          "licence     a driver licence, track 3 with a start sentinel of its own\n"
                                          "seven-bit   tracks 2 and 3 in the letters of track 1\n"));
+    }
+
+    void aCardIsTypedAsTheRunningReaderHasBeenSet()
+    {
+        const QStringList swipe = {QStringLiteral("--type-card=credit"), QStringLiteral("--dosdevices"),
+                                   m_simulator->folder()};
+        const SimulatorProcess::Outcome none = SimulatorProcess::run(swipe);
+        QCOMPARE(none.exitCode, 1);
+        QCOMPARE(none.output, QByteArray());
+        QCOMPARE(none.errors,
+                 "ksd-simulator: no simulated reader runs on " + QFile::encodeName(m_simulator->folder()) + '\n');
+
+        QVERIFY(m_simulator->start());
+        QVERIFY(SimulatorProcess::run(swipe).output.endsWith("=99120000000000000000?\r"));
+        const TerminalClient client(m_simulator->entry(kPort));
+        QVERIFY(client.send("/rawsend WPW022=09\n/rawsend WPW014=67\n/rawsend WPW013=91\n"));
+        for (int replies = 0; replies < 3; ++replies) {
+            QVERIFY(client.readTo('\n').endsWith(" ok\n"));
+        }
+        const SimulatorProcess::Outcome card = SimulatorProcess::run(swipe);
+        QCOMPARE(card.output, QByteArray("%b0000000000000000^sample/card a             ^99120000000000000000?\t"));
+        QCOMPARE(card.errors, QByteArray());
+        QCOMPARE(m_simulator->stop().exitCode, 0);
+        QCOMPARE(SimulatorProcess::run(swipe).exitCode, 1);
+    }
+
+    void aCardIsTypedAsAFileSays()
+    {
+        const QString values = m_root->filePath(QStringLiteral("values.txt"));
+        QVERIFY(makeFile(values, "022=00\n013=94\n"));
+        const SimulatorProcess::Outcome card =
+            SimulatorProcess::run({QStringLiteral("--type-card=credit"), QStringLiteral("--memory"), values});
+        QCOMPARE(card.output, QByteArray(";0000000000000000=99120000000000000000?"));
     }
 
     void helpAndVersion()

@@ -1,4 +1,4 @@
-#include "simulator/SampleCards.h"
+#include "simulator/TypedCard.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QRegularExpression>
@@ -43,7 +43,7 @@ private slots:
         QFETCH(QByteArray, name);
         const SampleCard* const card = findSampleCard(name.toStdString());
         QVERIFY(card != nullptr);
-        QByteArray keys(card->keys.data(), qsizetype(card->keys.size()));
+        QByteArray keys = QByteArray::fromStdString(typedCard(*card, {}));
         QVERIFY(keys.endsWith("?\r"));
         keys.chop(1);
         QVERIFY(std::ranges::all_of(keys, [](char key) { return key >= ' ' && key <= '_'; }));
@@ -68,7 +68,7 @@ private slots:
     {
         static const QRegularExpression number(QStringLiteral("\\d{13,}"));
         for (const SampleCard& card : sampleCards()) {
-            const QString keys = QString::fromLatin1(card.keys.data(), qsizetype(card.keys.size()));
+            const QString keys = QString::fromStdString(typedCard(card, {}));
             QVERIFY2(keys.contains(QStringLiteral("SAMPLE")), card.name.data());
             auto matches = number.globalMatch(keys);
             while (matches.hasNext()) {
