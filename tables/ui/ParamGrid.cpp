@@ -5,6 +5,7 @@
 #include <QGuiApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPalette>
 #include <QScrollBar>
 #include <QStyleHints>
@@ -12,6 +13,32 @@
 #include <algorithm>
 
 namespace tables {
+
+namespace {
+
+bool isEnter(const QKeyEvent& event)
+{
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+bool moves(const QKeyEvent& event)
+{
+    switch (event.key()) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Left:
+    case Qt::Key_Right:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+        return true;
+    default:
+        return false;
+    }
+}
+
+} // namespace
 
 ParamGrid::ParamGrid(ParamTable& table, QWidget* parent)
     : QTableView(parent)
@@ -195,9 +222,24 @@ void ParamGrid::resizeEvent(QResizeEvent* event)
 
 void ParamGrid::keyPressEvent(QKeyEvent* event)
 {
+    const QModelIndex before = currentIndex();
     QTableView::keyPressEvent(event);
-    if (currentIndex().isValid()) {
+    const bool asks = isEnter(*event);
+    // A key that is only held, for another one to follow, moves nothing.
+    if (currentIndex().isValid() && (currentIndex() != before || moves(*event) || asks)) {
         scrollTo(currentIndex(), EnsureVisible);
+    }
+    // A key that is held down asks once: the next Enter would already answer.
+    if (asks && currentIndex().isValid() && !event->isAutoRepeat()) {
+        emit rowDoubleClicked();
+    }
+}
+
+// Only the left button asks; the base class takes any.
+void ParamGrid::mouseDoubleClickEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::LeftButton) {
+        QTableView::mouseDoubleClickEvent(event);
     }
 }
 

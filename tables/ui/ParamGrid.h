@@ -37,7 +37,8 @@ public:
 signals:
     void selectionMoved();    // current cell and, with it, the selection have moved; comes before rowCurrentChanged
     void rowCurrentChanged(); // the current cell has moved to another row
-    void rowDoubleClicked();  // a data row; it is current
+    // A data row was double-clicked, or Enter was pressed on it; it is current.
+    void rowDoubleClicked();
 
 protected:
     [[nodiscard]] QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
@@ -47,6 +48,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
 
 private:
     [[nodiscard]] int viewHeight() const;

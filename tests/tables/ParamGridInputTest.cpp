@@ -185,6 +185,53 @@ private slots:
         QCOMPARE(reported, (std::vector<int>{4, 4}));
     }
 
+    void onlyTheLeftButtonAsks()
+    {
+        ShownGrid g(27);
+        QVERIFY(g.show(5));
+        QSignalSpy doubleClicked(&g.grid, &ParamGrid::rowDoubleClicked);
+        const QPoint inRow2 = g.grid.visualRect(g.grid.model()->index(1, 1)).center();
+        for (const Qt::MouseButton button : {Qt::RightButton, Qt::MiddleButton, Qt::BackButton}) {
+            QTest::mouseClick(g.grid.viewport(), button, Qt::NoModifier, inRow2);
+            QTest::mouseDClick(g.grid.viewport(), button, Qt::NoModifier, inRow2);
+        }
+        QCOMPARE(doubleClicked.size(), 0);
+        g.doubleClick(2);
+        QCOMPARE(doubleClicked.size(), 1);
+    }
+
+    void enterAsksOnce()
+    {
+        ShownGrid g(27);
+        QVERIFY(g.show(5));
+        QSignalSpy asked(&g.grid, &ParamGrid::rowDoubleClicked);
+        g.grid.setRow(2);
+        QTest::keyClick(&g.grid, Qt::Key_Return);
+        QCOMPARE(asked.size(), 1);
+        QKeyEvent repeated(QEvent::KeyPress, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"), true);
+        QApplication::sendEvent(&g.grid, &repeated);
+        QCOMPARE(asked.size(), 1);
+    }
+
+    void aKeyThatIsOnlyHeldScrollsNothing()
+    {
+        ShownGrid g(27);
+        QVERIFY(g.show(5));
+        g.grid.setRow(2);
+        g.grid.setTopRow(15);
+        const int top = g.grid.topRow();
+        QVERIFY(top > 5);
+        for (const Qt::Key key : {Qt::Key_Shift, Qt::Key_Control, Qt::Key_Alt, Qt::Key_AltGr, Qt::Key_Meta,
+                                  Qt::Key_CapsLock, Qt::Key_NumLock, Qt::Key_Super_L}) {
+            QKeyEvent pressed(QEvent::KeyPress, key, Qt::NoModifier);
+            QApplication::sendEvent(&g.grid, &pressed);
+            QCOMPARE(g.grid.topRow(), top);
+        }
+        QTest::keyClick(&g.grid, Qt::Key_Left);
+        QVERIFY(g.grid.rowIsVisible(2));
+        QVERIFY(g.grid.topRow() <= 2);
+    }
+
     void doubleClickBelowTheRowsReportsNothing()
     {
         ShownGrid g(3);
