@@ -170,7 +170,8 @@ void LiveTable::restoreTabCaption()
 
 void LiveTable::reopenEditor()
 {
-    m_table.LastRow = ParamTable::kNoLastRow;
+    // A row of its own number would pass for the one that is open already.
+    m_table.LastRow = m_grid.row() == ParamTable::kNoLastRow ? 0 : ParamTable::kNoLastRow;
     rowChanged();
 }
 

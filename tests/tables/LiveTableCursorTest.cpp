@@ -139,6 +139,19 @@ private slots:
         QCOMPARE(f.openedRows, (std::vector<int>{98, 99}));
     }
 
+    // A tab change reopens it like any other.
+    void row99IsReopened()
+    {
+        LiveTableFixture f(configurationKind());
+        f.load(120);
+        f.grid.userMovesTo(98);
+        f.grid.userMovesTo(99);
+        f.live.reopenEditor();
+        f.live.reopenEditor();
+        QCOMPARE(f.openedRows, (std::vector<int>{98, 99, 99, 99}));
+        QCOMPARE(int{f.table.LastRow}, 99);
+    }
+
     void restoredCaptionHasNoStar()
     {
         LiveTableFixture cfg(configurationKind());
