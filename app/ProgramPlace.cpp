@@ -30,7 +30,7 @@ std::vector<fs::path> layoutLists(const fs::path& programFolder)
     return {programFolder / kName, dataFolder(programFolder) / kName};
 }
 
-fs::path settingsFile(const fs::path& executable, const fs::path& userConfigFolder)
+fs::path GetIniFileName(const fs::path& executable, const fs::path& userConfigFolder)
 {
     if (!userConfigFolder.empty() && isInstalled(executable.parent_path())) {
         return userConfigFolder / platform::settingsFileBeside(executable).filename();

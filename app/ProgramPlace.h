@@ -12,7 +12,7 @@ namespace app {
 
 // The settings file of a program that starts now: beside it when that file can be written, else, and always for an
 // installed program, a file of the same name in the user's own folder for settings. Creates nothing.
-[[nodiscard]] std::filesystem::path settingsFile(const std::filesystem::path& executable,
-                                                 const std::filesystem::path& userConfigFolder);
+[[nodiscard]] std::filesystem::path GetIniFileName(const std::filesystem::path& executable,
+                                                   const std::filesystem::path& userConfigFolder);
 
 } // namespace app

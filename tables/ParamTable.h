@@ -67,7 +67,7 @@ public:
     };
     // Walks the index to the first entry that matches the address, at most one entry past the row count.
     [[nodiscard]] Lookup find(std::string_view address) const;
-
+    // Each table has its own: ParmAddr_CFG and ParmAddr_KB, NumParms_*, LastRow_* and TableChanged_*.
     std::array<std::string, kIndexSize> ParmAddr; // address of data row r at r - 1
     std::uint8_t NumParms = 0;                    // data rows
     std::int16_t LastRow = kNoLastRow;            // row that the field editor opened last

@@ -30,6 +30,15 @@ struct ParamTables
         }
     }
 
+    void SetGridItem_CFG(int i, std::string_view sParm, std::string_view sValue, std::string_view sNotes)
+    {
+        CFG.table().SetGridItem(i, sParm, sValue, sNotes);
+    }
+    void SetGridItem_KB(int i, std::string_view sParm, std::string_view sValue, std::string_view sNotes)
+    {
+        KB.table().SetGridItem(i, sParm, sValue, sNotes);
+    }
+
     [[nodiscard]] std::string GetTableEntry_CFG(std::string_view ParmNum) { return CFG.GetTableEntry(ParmNum); }
     [[nodiscard]] std::string GetTableEntry_KB(std::string_view ParmNum) { return KB.GetTableEntry(ParmNum); }
 

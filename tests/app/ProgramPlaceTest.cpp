@@ -77,17 +77,17 @@ private slots:
 
     void settingsBesideTheProgram()
     {
-        QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), at("home/.config/TeslinConfigure")),
+        QCOMPARE(app::GetIniFileName(at("bin/TeslinConfigure"), at("home/.config/TeslinConfigure")),
                  at("bin/TeslinConfigure.INI"));
     }
 
     void settingsOfAnInstalledProgram()
     {
         lay("share/teslin-configure/Languages.txt", "");
-        QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), at("home/.config/TeslinConfigure")),
+        QCOMPARE(app::GetIniFileName(at("bin/TeslinConfigure"), at("home/.config/TeslinConfigure")),
                  at("home/.config/TeslinConfigure/TeslinConfigure.INI"));
         // Without a folder of the user's own.
-        QCOMPARE(app::settingsFile(at("bin/TeslinConfigure"), {}), at("bin/TeslinConfigure.INI"));
+        QCOMPARE(app::GetIniFileName(at("bin/TeslinConfigure"), {}), at("bin/TeslinConfigure.INI"));
         QVERIFY(!fs::exists(at("home")));
         QVERIFY(!fs::exists(at("bin/TeslinConfigure.INI")));
     }
