@@ -16,13 +16,13 @@ struct ButtonTexts
     const char* caption;
     const char* toolTip;
     const char* picture;
-    const char* shortcut; // for actions that change neither a file nor the reader
+    const char* shortcut; // none for what would throw a table away or end the program
 };
 
 constexpr std::array<ButtonTexts, 7> kButtons = {{
     {ToolbarKey::Retrieve, "KEY_RETRIEVE", "Retrieve", "Get the current values from the attached Teslin", "retrieve",
      "F5"},
-    {ToolbarKey::Update, "KEY_UPDATE", "Update", "Send the below config to the attached Teslin", "update", ""},
+    {ToolbarKey::Update, "KEY_UPDATE", "Update", "Send the below config to the attached Teslin", "update", "F6"},
     {ToolbarKey::Load, "KEY_LOAD", "Load File", "Load the below table from a file", "load", ""},
     {ToolbarKey::Save, "KEY_SAVE", "Save File", "Save the below table to a file", "save", ""},
     {ToolbarKey::Default, "KEY_DEFAULT", "Set Default", "Preset the table below to the factory defaults", "default",

@@ -42,7 +42,14 @@ TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const Q
 void TablePage::setEditor(QWidget* editor)
 {
     m_editColumn->insertWidget(0, editor, 1);
-    setTabOrder(m_grid, editor);
+    // The editor's controls came last of all in the window. They belong between grid and comments, in their own order.
+    QWidget* before = m_grid;
+    for (QWidget* control : editor->findChildren<QWidget*>()) {
+        if (control->focusPolicy() != Qt::NoFocus) {
+            setTabOrder(before, control);
+            before = control;
+        }
+    }
 }
 
 } // namespace app

@@ -178,7 +178,7 @@ void LinkSide::focusReadTest()
 
 void LinkSide::hideNotesButton()
 {
-    m_window.notesButton().hide();
+    m_window.hideNotesButton();
 }
 
 void LinkSide::setEditTitle_CFG(std::string_view title)

@@ -17,7 +17,9 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QMimeData>
+#include <QShortcut>
 #include <QTabBar>
+#include <QToolButton>
 
 #include <utility>
 
@@ -106,7 +108,16 @@ void frmMain::connectEverything()
     connect(m_face.menu.mnuRead, &QAction::triggered, this, &frmMain::mnuRead_Click);
     connect(m_face.menu.mnuAbout, &QAction::triggered, this, &frmMain::mnuAbout_Click);
     connect(m_face.btnNotes, &QPushButton::clicked, this, &frmMain::btnNotes_Click);
-    connect(m_face.SSTab1, &QTabWidget::currentChanged, this, &frmMain::tabMoved);
+    connect(m_face.SSTab1, &QTabWidget::currentChanged, this, [this] {
+        takeKeyboardFrom(*m_face.SSTab1->currentWidget()); // from whatever had it there last, hidden perhaps
+        tabMoved();
+    });
+    const auto onTabKeys = [this](Qt::KeyboardModifiers modifiers, int step) {
+        auto* keys = new QShortcut(QKeySequence(modifiers | Qt::Key_Tab), this);
+        connect(keys, &QShortcut::activated, this, [this, step] { goToNextTab(step); });
+    };
+    onTabKeys(Qt::ControlModifier, 1);
+    onTabKeys(Qt::ControlModifier | Qt::ShiftModifier, -1);
     connect(m_face.identification, &IdentificationStrip::lblDriverName_Change, this,
             [this](const QString& caption) { m_face.StatusBar1.setFirst(caption); });
     connect(&m_face.page_CFG->comments(), &QPlainTextEdit::textChanged, m_editor_CFG,
@@ -363,13 +374,44 @@ void frmMain::btnNotes_Click()
 
 void frmMain::EnableButtons(bool enabled)
 {
+    const QWidget* const exit = m_face.Toolbar1->widgetForAction(&m_face.Toolbar1->button(ToolbarKey::Exit));
+    if (!enabled && focusWidget() != exit) {
+        takeKeyboardFrom(*m_face.Toolbar1);
+    }
     m_face.Toolbar1->enableButtons(enabled);
 }
 
 void frmMain::Hide_All()
 {
+    takeKeyboardFrom(*m_editor_CFG);
+    takeKeyboardFrom(*m_editor_KB);
     m_editor_CFG->hideControls();
     m_editor_KB->hideControls();
+}
+
+void frmMain::hideNotesButton()
+{
+    takeKeyboardFrom(*m_face.btnNotes);
+    m_face.btnNotes->hide();
+}
+
+// To be called before controls are hidden or switched off. Left to itself, the keyboard would go from them to the next
+// button of the toolbar, and an ordinary blank would press that.
+void frmMain::takeKeyboardFrom(const QWidget& controls)
+{
+    const QWidget* const holder = focusWidget();
+    if (holder == &controls || controls.isAncestorOf(holder)) {
+        giveKeyboardToPage();
+    }
+}
+
+void frmMain::giveKeyboardToPage()
+{
+    if (m_face.SSTab1->currentIndex() == tables::kReadTestTab) {
+        txtReadTest().setFocus();
+    } else {
+        m_face.page(static_cast<tables::Tab>(m_face.SSTab1->currentIndex())).grid().setFocus();
+    }
 }
 
 void frmMain::ShowPleaseWait()
@@ -400,6 +442,15 @@ void frmMain::tabMoved()
     m_operations.run([this, previousTab] { SSTab1_Click(previousTab); });
 }
 
+// In the read test every key is the reader's.
+void frmMain::goToNextTab(int step)
+{
+    QTabWidget& tabs = *m_face.SSTab1;
+    if (tabs.currentIndex() != tables::kReadTestTab) {
+        tabs.setCurrentIndex((tabs.currentIndex() + step + tabs.count()) % tabs.count());
+    }
+}
+
 void frmMain::SSTab1_Click(int previousTab)
 {
     if (previousTab == tables::kReadTestTab) {
@@ -413,6 +464,7 @@ void frmMain::SSTab1_Click(int previousTab)
         showTable(m_live_KB);
         break;
     default:
+        takeKeyboardFrom(*m_face.Toolbar1);
         m_face.Toolbar1->button(ToolbarKey::Retrieve).setEnabled(false);
         m_face.Toolbar1->button(ToolbarKey::Update).setEnabled(false);
         m_readTest.StartReadTest();

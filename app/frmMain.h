@@ -48,6 +48,7 @@ public:
     void EnableButtons(bool enabled);
     // Hides the controls of both field editors, not their titles.
     void Hide_All();
+    void hideNotesButton();
     void ShowPleaseWait();
     void HidePleaseWait();
 
@@ -83,7 +84,6 @@ public:
     [[nodiscard]] QTabWidget& tabs() { return *m_face.SSTab1; }
     [[nodiscard]] QPlainTextEdit& comments(tables::Tab tab);
     [[nodiscard]] ReadTestBox& txtReadTest() { return m_face.page_ReadTest->txtReadTest(); }
-    [[nodiscard]] QPushButton& notesButton() { return *m_face.btnNotes; }
     [[nodiscard]] tables::ConfigurationEditor& editor_CFG() { return *m_editor_CFG; }
     [[nodiscard]] tables::KeyboardLanguageEditor& editor_KB() { return *m_editor_KB; }
 
@@ -107,8 +107,11 @@ private:
     void retrieve();
     void actionBegins();
 
+    void goToNextTab(int step);
     void tabMoved();
     void operationEnded();
+    void takeKeyboardFrom(const QWidget& controls);
+    void giveKeyboardToPage();
     void showTable(tables::LiveTable& table);
     void showFileName();
     // The table of the tab shown; on the read test the Keyboard Language table, as everywhere where a table is meant.

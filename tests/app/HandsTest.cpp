@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QHeaderView>
+#include <QPlainTextEdit>
 #include <QSet>
 #include <QTabBar>
 #include <QTabWidget>
@@ -29,7 +30,7 @@ private slots:
             {"mnuOpen_CFG", "Ctrl+O"},      {"mnuSave_CFG", "Ctrl+S"}, {"mnuSaveAs_CFG", "Ctrl+Shift+S"},
             {"mnuOpen_KB", "Ctrl+Shift+O"}, {"mnuSave_KB", "Ctrl+L"},  {"mnuSaveAs_KB", "Ctrl+Shift+L"},
             {"mnuExit", "Ctrl+Q"},          {"mnuEditSingle", "F2"},   {"mnuRead", "F1"},
-            {"KEY_RETRIEVE", "F5"},         {"KEY_SUMMARY", "F7"}};
+            {"KEY_RETRIEVE", "F5"},         {"KEY_UPDATE", "F6"},      {"KEY_SUMMARY", "F7"}};
         QSet<QString> seen;
         for (const auto& [action, keys] : shortcuts) {
             QCOMPARE(shortcutOf(f, action).toString(), QLatin1String(keys));
@@ -37,8 +38,8 @@ private slots:
             seen.insert(QLatin1String(keys));
             QVERIFY(f.find<QAction>(action)->isShortcutVisibleInContextMenu());
         }
-        // What writes to the reader or throws a table away has none.
-        for (const char* action : {"KEY_UPDATE", "KEY_DEFAULT", "KEY_EXIT"}) {
+        // What throws a table away or ends the program has none.
+        for (const char* action : {"KEY_DEFAULT", "KEY_EXIT"}) {
             QVERIFY2(shortcutOf(f, action).isEmpty(), action);
         }
     }
@@ -106,17 +107,87 @@ private slots:
         }
     }
 
+    void controlTabChangesTheTab_data()
+    {
+        QTest::addColumn<QString>("holder");
+        for (const char* holder :
+             {"grdCFG", "txtHexEntry", "txtComments_CFG", "btnNotes", "KEY_SAVE", "KEY_EXIT", "qt_tabwidget_tabbar"}) {
+            QTest::newRow(holder) << holder;
+        }
+    }
     void controlTabChangesTheTab()
     {
+        QFETCH(QString, holder);
         MainWindowFixture f;
         f.start();
         QVERIFY(QTest::qWaitForWindowActive(f.window.get()));
+        f.window->paramTables().CFG.grid().setRow(11);
         auto* tabs = f.find<QTabWidget>("SSTab1");
-        f.find<QWidget>("grdCFG")->setFocus();
+        const auto focus = [&] {
+            auto* widget = f.window->findChild<QWidget*>(holder);
+            widget->setFocus();
+            return widget->hasFocus();
+        };
+        QVERIFY(focus());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
         QCOMPARE(tabs->currentIndex(), 1);
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
         QCOMPARE(tabs->currentIndex(), 0);
+        QCOMPARE(f.find<QPlainTextEdit>("txtComments_CFG")->toPlainText(), "");
+        QVERIFY(focus());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+        QCOMPARE(tabs->currentIndex(), int{tables::kReadTestTab});
+        QVERIFY(f.reader.commands.contains("/rawsend \\xA2"));
+    }
+
+    // There every key is the reader's, whatever has the keyboard.
+    void controlTabStaysInTheReadTest()
+    {
+        MainWindowFixture f;
+        f.start();
+        auto* tabs = f.find<QTabWidget>("SSTab1");
+        tabs->setCurrentIndex(tables::kReadTestTab);
+        f.reader.commands.clear();
+        f.window->activateWindow(); // the please-wait window had the keyboard
+        QTRY_COMPARE(QApplication::activeWindow(), f.window.get());
+        for (const char* holder : {"txtReadTest", "qt_tabwidget_tabbar", "KEY_EXIT"}) {
+            f.find<QWidget>(holder)->setFocus();
+            QVERIFY2(f.find<QWidget>(holder)->hasFocus(), holder);
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
+            QCOMPARE(tabs->currentIndex(), int{tables::kReadTestTab});
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+            QCOMPARE(tabs->currentIndex(), int{tables::kReadTestTab});
+        }
+        QVERIFY(f.reader.commands.isEmpty());
+    }
+
+    void enterAsksWhatADoubleClickAsks_data()
+    {
+        QTest::addColumn<int>("tab");
+        QTest::addColumn<int>("row");
+        QTest::addColumn<QString>("question");
+        QTest::newRow("a setting") << 0 << 2 << "Do you want to send this parameter? ( 013=95)";
+        QTest::newRow("a pair") << 1 << 3 << "Do you want to send these parameters? ( 083=20 and 084=03 )";
+        QTest::newRow("the read-only row") << 0 << 1 << "";
+    }
+    void enterAsksWhatADoubleClickAsks()
+    {
+        QFETCH(int, tab);
+        QFETCH(int, row);
+        QFETCH(QString, question);
+        for (const Qt::Key key : {Qt::Key_Return, Qt::Key_Enter}) {
+            MainWindowFixture f;
+            f.start();
+            f.find<QTabWidget>("SSTab1")->setCurrentIndex(tab);
+            auto* grid = f.find<tables::ParamGrid>(tab == 0 ? "grdCFG" : "grdKB");
+            grid->setRow(row);
+            if (!question.isEmpty()) {
+                f.boxes.expect(platform::BoxAnswer::No);
+            }
+            QTest::keyClick(grid, key, key == Qt::Key_Enter ? Qt::KeypadModifier : Qt::NoModifier);
+            QCOMPARE(QString::fromStdString(f.boxes.lastText()), question);
+            QVERIFY(f.reader.commands.isEmpty());
+        }
     }
 
     void nothingIsSortedEditedOrHiddenByAccident()
@@ -132,7 +203,7 @@ private slots:
             QCOMPARE(grid->model()->index(0, 1).data().toString(), first);
             QVERIFY(!grid->horizontalHeader()->sectionsMovable());
             QCOMPARE(grid->editTriggers(), QAbstractItemView::NoEditTriggers);
-            for (const Qt::Key key : {Qt::Key_Return, Qt::Key_5, Qt::Key_Space}) {
+            for (const Qt::Key key : {Qt::Key_5, Qt::Key_Space}) {
                 QTest::keyClick(grid, key);
                 QCOMPARE(grid->findChildren<QLineEdit*>().size(), 0);
             }
