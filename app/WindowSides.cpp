@@ -242,7 +242,7 @@ void PlacementSide::save(const QWidget& form)
 
 int FileSide::currentTab() const
 {
-    return m_window.tabs().currentIndex();
+    return m_window.handledTab();
 }
 
 std::string FileSide::comments(tables::Tab tab) const

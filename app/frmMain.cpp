@@ -212,7 +212,7 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
     }
     actionBegins();
     m_link.UserAbort = false;
-    if (m_face.SSTab1->currentIndex() == tables::kReadTestTab && !exits) {
+    if (m_handledTab == tables::kReadTestTab && !exits) {
         return;
     }
     switch (key) {
@@ -223,7 +223,7 @@ void frmMain::Toolbar1_ButtonClick(ToolbarKey key)
         m_operations.run([this] { m_updateIsUnfinished = !m_transfer.UpdateDevice(); });
         break;
     case ToolbarKey::Default:
-        m_tables.InitGrids(m_face.SSTab1->currentIndex());
+        m_tables.InitGrids(m_handledTab);
         break;
     case ToolbarKey::Load:
         m_fileFlows.OpenTableFile();
@@ -272,9 +272,9 @@ bool frmMain::selectTabOf(tables::Tab tab)
     if (m_operations.isRunning()) {
         return false;
     }
-    m_face.SSTab1->setCurrentIndex(tab);
+    goToTab(tab);
     // Leaving the read test takes a while, in which the user may have gone elsewhere or closed the window.
-    return m_face.SSTab1->currentIndex() == tab && !m_isUnloaded;
+    return m_handledTab == tab && !m_isUnloaded;
 }
 
 void frmMain::mnuOpen_Click(tables::Tab tab)
@@ -434,12 +434,24 @@ void frmMain::Timer1_Timer()
 // A tab click while the device is in use is carried out when the operation has ended.
 void frmMain::tabMoved()
 {
-    if (m_operations.isRunning() || m_face.SSTab1->currentIndex() == m_handledTab) {
+    if (m_operations.isRunning() || m_isUnloaded || m_face.SSTab1->currentIndex() == m_handledTab) {
         return;
     }
     const int previousTab = m_handledTab;
     m_handledTab = m_face.SSTab1->currentIndex();
-    m_operations.run([this, previousTab] { SSTab1_Click(previousTab); });
+    m_operations.run([this, previousTab] {
+        SSTab1_Click(previousTab);
+        if (m_operations.isClosing()) {
+            m_handledTab = previousTab; // cut short; comes again when the window stays open
+        }
+    });
+}
+
+// In effect afterwards, if nothing else uses the device, even where it was shown already.
+void frmMain::goToTab(tables::Tab tab)
+{
+    m_face.SSTab1->setCurrentIndex(tab);
+    tabMoved();
 }
 
 // In the read test every key is the reader's.
@@ -456,7 +468,8 @@ void frmMain::SSTab1_Click(int previousTab)
     if (previousTab == tables::kReadTestTab) {
         m_readTest.leave();
     }
-    switch (m_face.SSTab1->currentIndex()) {
+    // Not the tab that is shown: the user may have gone on to another one, whose turn comes afterwards.
+    switch (m_handledTab) {
     case tables::kConfigurationTab:
         showTable(m_live_CFG);
         break;
@@ -482,8 +495,7 @@ void frmMain::showTable(tables::LiveTable& table)
 
 tables::Tab frmMain::shownTable() const
 {
-    return m_face.SSTab1->currentIndex() == tables::kConfigurationTab ? tables::kConfigurationTab
-                                                                      : tables::kKeyboardLanguageTab;
+    return m_handledTab == tables::kConfigurationTab ? tables::kConfigurationTab : tables::kKeyboardLanguageTab;
 }
 
 void frmMain::showFileName()
@@ -538,9 +550,9 @@ bool frmMain::checkForUnsavedData(tables::Tab tab, const tables::LiveTable& tabl
         // Kept behaviour kb-yes-without-file: a cancelled dialog or a failed save does not hold the user up.
         // The dialog saves the table of the current tab, which need not be the one asked about. Whatever becomes of the
         // dialog, the user has decided to go on.
-        while (m_face.SSTab1->currentIndex() != tab) { // leaving the read test lets the user click another tab
-            m_face.SSTab1->setCurrentIndex(tab);
-        }
+        do {
+            goToTab(tab);
+        } while (m_face.SSTab1->currentIndex() != tab); // leaving the read test lets the user click another tab
         m_fileFlows.SaveTableFileAs();
     }
     return answer != platform::BoxAnswer::Cancel;
@@ -592,6 +604,12 @@ void frmMain::closeEvent(QCloseEvent* event)
         Form_Unload();
     }
     event->setAccepted(m_isUnloaded);
+}
+
+bool frmMain::closeForEndOfSession()
+{
+    // A close inside a close passes for one that went well.
+    return !m_operations.isRunning() && !m_isUnloading && close();
 }
 
 void frmMain::operationEnded()

@@ -79,13 +79,17 @@ public:
     [[nodiscard]] IdentificationStrip& identification() { return *m_face.identification; }
     [[nodiscard]] StatusPanels& statusPanels() { return m_face.StatusBar1; }
     [[nodiscard]] MainToolbar& toolbar() { return *m_face.Toolbar1; }
-    // The tab that is in effect: while the device is in use, a click on another one waits.
+    // The tab that is in effect, the one that everything works on: while the device is in use, a click on another one
+    // waits.
     [[nodiscard]] int handledTab() const { return m_handledTab; }
     [[nodiscard]] QTabWidget& tabs() { return *m_face.SSTab1; }
     [[nodiscard]] QPlainTextEdit& comments(tables::Tab tab);
     [[nodiscard]] ReadTestBox& txtReadTest() { return m_face.page_ReadTest->txtReadTest(); }
     [[nodiscard]] tables::ConfigurationEditor& editor_CFG() { return *m_editor_CFG; }
     [[nodiscard]] tables::KeyboardLanguageEditor& editor_KB() { return *m_editor_KB; }
+
+    // The user logs off: closes the window, with its questions. False when it stays open, or when the device is in use.
+    [[nodiscard]] bool closeForEndOfSession();
 
 signals:
     // The window has been closed for good, its settings are written: the program may end.
@@ -107,6 +111,7 @@ private:
     void retrieve();
     void actionBegins();
 
+    void goToTab(tables::Tab tab);
     void goToNextTab(int step);
     void tabMoved();
     void operationEnded();
@@ -114,7 +119,7 @@ private:
     void giveKeyboardToPage();
     void showTable(tables::LiveTable& table);
     void showFileName();
-    // The table of the tab shown; on the read test the Keyboard Language table, as everywhere where a table is meant.
+    // The table of the tab in effect; on the read test the Keyboard Language table, as everywhere a table is meant.
     [[nodiscard]] tables::Tab shownTable() const;
     [[nodiscard]] std::filesystem::path& rememberedFile(tables::Tab tab);
     [[nodiscard]] bool selectTabOf(tables::Tab tab);
@@ -140,7 +145,7 @@ private:
     QTimer Timer1;
     bool m_isUnloading = false; // the questions of the end are being asked
     bool m_isUnloaded = false;
-    int m_handledTab = 0;              // the tab for which SSTab1_Click ran last
+    int m_handledTab = 0;
     bool m_updateIsUnfinished = false; // the Update that has just ended did not reach its end
 
     // The rooms below, and what they see of this window.

@@ -17,6 +17,7 @@
 #include "platform/qt/SystemSerialControl.h"
 
 #include <QApplication>
+#include <QSessionManager>
 #include <QStandardPaths>
 #include <QTimer>
 
@@ -90,6 +91,15 @@ int main(int argc, char* argv[])
                           .commandLine = commandLine(),
                           .tickMilliseconds = device::ReplyPeriod::kTickMilliseconds});
     QObject::connect(&frmMain, &app::frmMain::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
+    // Later there would be no time for questions, and no way back for a running transfer.
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &frmMain,
+        [&frmMain](QSessionManager& session) {
+            if (session.allowsInteraction()) {
+                frmMain.closeForEndOfSession() ? session.release() : session.cancel();
+            }
+        },
+        Qt::DirectConnection);
     QTimer::singleShot(0, &frmMain, &app::frmMain::Form_Load);
     return QApplication::exec();
 }

@@ -42,6 +42,9 @@ public:
     // address, and that address is stored into the argument: the caller's list of addresses holds it from then on.
     void Send_Parameter_KB(std::string& address);
 
+    // True while the program waits to end and only puts its things in order.
+    [[nodiscard]] bool isClosing() const { return m_operations.isClosing(); }
+
     // Waits for the countdown to reach 0, whether or not the user aborted: the reader needs the time to settle.
     void settle(double ticks);
 

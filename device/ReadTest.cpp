@@ -43,8 +43,7 @@ void ReadTest::StartReadTest()
     m_testWindow.focusReadTest();
     m_events.processPending();
     m_protocol.settle(kSettleTicks);
-    m_protocol.Send_Cmd(commands::kNormalMode1);
-    m_protocol.Send_Cmd(commands::kNormalMode2);
+    setNormalMode();
     if (m_port.PortOpen()) {
         (void)m_port.setPortOpen(false); // closing cannot be refused
     }
@@ -52,6 +51,16 @@ void ReadTest::StartReadTest()
     m_testWindow.setEditTitle_CFG("Read test (Click &Cancel test button to exit)");
     cmdClearReadDisplay_Click();
     m_testWindow.enableExitButton();
+}
+
+// Nobody would take the reader out of it again when the program ends.
+void ReadTest::setNormalMode()
+{
+    for (const std::string_view command : {commands::kNormalMode1, commands::kNormalMode2}) {
+        if (!m_protocol.isClosing()) {
+            m_protocol.Send_Cmd(command);
+        }
+    }
 }
 
 // Kept behaviour kb-ends-in-read-test: only the tabs come here, so a program that ends leaves the reader in this mode.

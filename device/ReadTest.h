@@ -55,6 +55,7 @@ public:
     void cmdClearReadDisplay_Click();
 
 private:
+    void setNormalMode();
     void showRawBlock();
 
     LinkState& m_link;

@@ -268,6 +268,21 @@ private slots:
         verifyInTest(desk);
     }
 
+    // The same the other way round.
+    void aWayBackWhileLeaving()
+    {
+        ReadTestDesk desk;
+        QVERIFY(desk.startInTest());
+        desk.f.reader.onOutput = [&](int count) {
+            if (count == 3) {
+                desk.f.find<QTabWidget>("SSTab1")->setCurrentIndex(kReadTestTab);
+            }
+        };
+        desk.clickTab(kConfigurationTab);
+        QCOMPARE(desk.f.reader.commands, kLeaving + kEntering);
+        verifyInTest(desk);
+    }
+
     void aDeadLink_data()
     {
         QTest::addColumn<bool>("driver");
