@@ -52,4 +52,12 @@ MainMenu::MainMenu(QMenuBar& bar)
     mnuAbout = addItem(help, "mnuAbout", "&About Teslin Configure");
 }
 
+void MainMenu::enableEntries(bool enabled) const
+{
+    for (QAction* entry : {mnuOpen_CFG, mnuSave_CFG, mnuSaveAs_CFG, mnuOpen_KB, mnuSave_KB, mnuSaveAs_KB, mnuOptions,
+                           mnuEditSingle, mnuRead, mnuAbout}) {
+        entry->setEnabled(enabled);
+    }
+}
+
 } // namespace app

@@ -11,6 +11,9 @@ struct MainMenu
     // Fills the menu bar, which owns the entries.
     explicit MainMenu(QMenuBar& bar);
 
+    // All but Exit, which also ends what is running.
+    void enableEntries(bool enabled) const;
+
     QAction* mnuOpen_CFG = nullptr;
     QAction* mnuSave_CFG = nullptr;
     QAction* mnuSaveAs_CFG = nullptr;

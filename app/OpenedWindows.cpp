@@ -25,7 +25,7 @@ void SingleSettingSide::EditData_KB()
 // Only one editor has its controls at a time. When the other table's tab is shown, its editor has just lost them.
 void SingleSettingSide::reopenShownEditor(int refreshedTab)
 {
-    const int shownTab = m_window.tabs().currentIndex();
+    const int shownTab = m_window.handledTab();
     if (shownTab == refreshedTab) {
         return;
     }
@@ -59,6 +59,9 @@ void OpenedWindows::showOptions()
 
 void OpenedWindows::showSingleField()
 {
+    if (m_window.operations().isRunning()) {
+        return;
+    }
     if (!m_singleField) {
         m_singleField.emplace(m_singleSetting, m_window.services().windowOrder, &m_window);
     }
@@ -98,6 +101,14 @@ void OpenedWindows::showPleaseWait()
 void OpenedWindows::hidePleaseWait()
 {
     m_pleaseWait.unload();
+}
+
+void OpenedWindows::setDeviceInUse(bool inUse)
+{
+    m_options.setDeviceInUse(inUse);
+    if (m_singleField) {
+        m_singleField->setDeviceInUse(inUse);
+    }
 }
 
 void OpenedWindows::hideAll()

@@ -39,7 +39,7 @@ public:
     OpenedWindows(const OpenedWindows&) = delete;
     OpenedWindows& operator=(const OpenedWindows&) = delete;
 
-    // While the device is in use the options stay closed: they could change the port under the operation.
+    // While the device is in use neither opens: the options could change the port under the operation.
     void showOptions();
     void showSingleField();
     // Returns when the about box is gone; the program goes on meanwhile. Called again meanwhile, it brings the box to
@@ -48,6 +48,8 @@ public:
     void showPleaseWait();
     void hidePleaseWait();
 
+    // Greys the buttons that do nothing while the device is in use.
+    void setDeviceInUse(bool inUse);
     // The program ends.
     void hideAll();
 

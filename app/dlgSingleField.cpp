@@ -56,6 +56,8 @@ dlgSingleField::dlgSingleField(device::SingleSetting& setting, platform::WindowO
     setUpButton(*btnGetCurrentSingle, QStringLiteral("btnGetCurrentSingle"));
     setUpButton(*btnUpdateSingleField, QStringLiteral("btnUpdateSingleField"));
     setUpButton(*OKButton, QStringLiteral("OKButton"));
+    m_deviceButtons.add(*btnGetCurrentSingle);
+    m_deviceButtons.add(*btnUpdateSingleField);
     connect(btnGetCurrentSingle, &QPushButton::clicked, this, &dlgSingleField::btnGetCurrentSingle_Click);
     connect(btnUpdateSingleField, &QPushButton::clicked, this, &dlgSingleField::btnUpdateSingleField_Click);
     connect(OKButton, &QPushButton::clicked, this, &dlgSingleField::OKButton_Click);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/PausedButtons.h"
 #include "device/SingleSetting.h"
 #include "platform/qt/WindowOrder.h"
 #include "tables/ui/EntryBox.h"
@@ -21,6 +22,9 @@ public:
 
     // Opens the dialog afresh, or brings the open one to the front as it is.
     void showInFront();
+
+    // The buttons that use the device are grey while something else uses it.
+    void setDeviceInUse(bool inUse) { m_deviceButtons.setPaused(inUse); }
 
     // The state last set.
     [[nodiscard]] bool AlwaysOnTop() const { return m_alwaysOnTop; }
@@ -52,6 +56,7 @@ private:
     QPushButton* btnGetCurrentSingle = nullptr;
     QPushButton* btnUpdateSingleField = nullptr;
     QPushButton* OKButton = nullptr;
+    PausedButtons m_deviceButtons;
 };
 
 } // namespace app

@@ -81,6 +81,7 @@ frmMain::~frmMain()
 {
     // The pages go while the tables and the link that they report to are still here.
     Timer1.stop();
+    m_operations.setBefore({});
     m_operations.setAfterwards({});
     hide();
     delete takeCentralWidget();
@@ -145,7 +146,10 @@ void frmMain::connectEverything()
     connect(&m_face.page_KB->grid(), &tables::ParamGrid::rowDoubleClicked, m_editor_KB,
             &tables::KeyboardLanguageEditor::grdKB_DblClick);
 
-    m_operations.setBefore([this] { m_face.StatusBar1.hideProgress(); });
+    m_operations.setBefore([this] {
+        m_face.StatusBar1.hideProgress();
+        setDeviceInUse(true);
+    });
     m_operations.setAfterwards([this] { operationEnded(); });
     Timer1.setTimerType(Qt::PreciseTimer);
     connect(&Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
@@ -463,6 +467,17 @@ void frmMain::goToNextTab(int step)
     }
 }
 
+// What would do nothing is grey.
+void frmMain::setDeviceInUse(bool inUse)
+{
+    m_face.menu.enableEntries(!inUse);
+    if (inUse) {
+        takeKeyboardFrom(*m_face.btnNotes);
+    }
+    m_face.btnNotes->setEnabled(!inUse);
+    m_openedWindows.setDeviceInUse(inUse);
+}
+
 void frmMain::SSTab1_Click(int previousTab)
 {
     if (previousTab == tables::kReadTestTab) {
@@ -614,6 +629,7 @@ bool frmMain::closeForEndOfSession()
 
 void frmMain::operationEnded()
 {
+    setDeviceInUse(false);
     const bool wasLost = std::exchange(m_link.connectionLost, false);
     const bool isUnfinished = std::exchange(m_updateIsUnfinished, false);
     const bool wasToClose = m_operations.isClosing() && !m_isUnloaded;

@@ -114,6 +114,7 @@ private:
     void goToTab(tables::Tab tab);
     void goToNextTab(int step);
     void tabMoved();
+    void setDeviceInUse(bool inUse);
     void operationEnded();
     void takeKeyboardFrom(const QWidget& controls);
     void giveKeyboardToPage();

@@ -136,6 +136,8 @@ void frmOptions::buildPage()
 
 void frmOptions::connectEverything()
 {
+    m_tests.add(*btnTestName);
+    m_tests.add(*btnTestPort);
     connect(txtFriendlyName, &QLineEdit::textChanged, this, &frmOptions::txtFriendlyName_Change);
     connect(txtComPort, &QLineEdit::textChanged, this,
             [this](const QString& text) { m_portSetup.setPortText(toAnsi(text)); });

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/PausedButtons.h"
 #include "app/PortSetup.h"
 #include "device/DriverConnection.h"
 
@@ -29,6 +30,9 @@ public:
 
     // Opens the dialog, modal to its parent, or brings the open one to the front. Returns at once.
     void showInFront();
+
+    // The tests are grey while something uses the device.
+    void setDeviceInUse(bool inUse) { m_tests.setPaused(inUse); }
 
     void Form_Load();
     void Form_KeyDown(QKeyEvent& event);
@@ -76,6 +80,7 @@ private:
     QScrollBar* sclComPort = nullptr;
     QPushButton* btnTestName = nullptr;
     QPushButton* btnTestPort = nullptr;
+    PausedButtons m_tests;
     QPushButton* cmdOK = nullptr;
     QPushButton* cmdCancel = nullptr;
 };
