@@ -46,6 +46,7 @@ frmMain::frmMain(const Services& services)
     , m_table_CFG(tables::configurationKind())
     , m_table_KB(tables::keyboardLanguageKind())
     , m_face(*this, m_table_CFG, m_table_KB)
+    , Timer1(this)
     , m_side_CFG(*this, tables::kConfigurationTab)
     , m_side_KB(*this, tables::kKeyboardLanguageTab)
     , m_linkSide(*this)
@@ -151,6 +152,7 @@ void frmMain::connectEverything()
         setDeviceInUse(true);
     });
     m_operations.setAfterwards([this] { operationEnded(); });
+    Timer1.setObjectName(QStringLiteral("Timer1"));
     Timer1.setTimerType(Qt::PreciseTimer);
     connect(&Timer1, &QTimer::timeout, this, &frmMain::Timer1_Timer);
 }

@@ -14,7 +14,7 @@ using namespace systemtest;
 namespace {
 
 // The read test from the command line to the way out, with a reader whose swipes the test types. Both spellings of the
-// command line run side by side.
+// command line run side by side, one of them behind blanks.
 class ReadTestTest final : public QObject
 {
     Q_OBJECT
@@ -48,14 +48,14 @@ private slots:
     void initTestCase()
     {
         QVERIFY(m_desks[0].start({}, {}, {.arguments = {u"r"_s}}));
-        QVERIFY(m_desks[1].start({}, {}, {.arguments = {u"R"_s}}));
+        QVERIFY(m_desks[1].start({}, {}, {.arguments = {u"  R"_s}}));
     }
 
     void commandLine_data()
     {
         QTest::addColumn<int>("desk");
         QTest::newRow("small letter") << 0;
-        QTest::newRow("capital letter") << 1;
+        QTest::newRow("capital letter behind blanks") << 1;
     }
 
     void commandLine()
