@@ -19,7 +19,7 @@ private slots:
         DeviceLink on;
         on.openPort();
         on.boxes.expect(BoxAnswer::Ok, [&] {
-            on.port.sendUnasked(std::string(3000, '\n'));
+            on.port.sendUnasked(std::string(30, '\n'));
             on.pump.processPending();
         });
         on.port.sendUnasked("\n");
