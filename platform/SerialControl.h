@@ -35,7 +35,9 @@ public:
     // Inside a receive event the line it announces, with its one terminator; otherwise, and for a second call inside
     // the event, everything received so far. Empties what it returns. Never fails.
     [[nodiscard]] virtual std::string Input() = 0;
-    // Writes bytes; returns when the system has them. A failure counts as a lost connection.
+    // Writes bytes; returns when the system has them all, which may take two seconds. A failure counts as a lost
+    // connection, and so does a port that has not taken them whole by then: what it has of them is purged, and nothing
+    // goes out any more until the port is opened again.
     virtual void Output(std::string_view bytes) = 0;
     [[nodiscard]] virtual int CommEvent() const = 0;
 

@@ -1,17 +1,14 @@
 #pragma once
 
-#include "platform/DosNames.h"
-#include "platform/SerialControl.h"
-#include "platform/qt/ReceiveEvents.h"
+#include "platform/qt/PortControl.h"
 
-#include <QObject>
 #include <QSerialPort>
 
 namespace platform {
 
 // The serial control on Qt's serial port, for systems where a port is a terminal device. Ports are found by their DOS
-// name. The driver's virtual port ignores line settings; the port is opened raw at 9600 baud, 8 data bits.
-class QtSerialControl final : public QObject, public SerialControl
+// name. The driver's virtual port ignores line settings.
+class QtSerialControl final : public PortControl
 {
     Q_OBJECT
 
@@ -19,29 +16,13 @@ public:
     // The names outlive the control.
     explicit QtSerialControl(const DosNames& names, QObject* parent = nullptr);
 
-    Result<void> setCommPort(int number) override;
-    [[nodiscard]] bool PortOpen() const override { return m_isOpen; }
-    Result<void> setPortOpen(bool open) override;
-    void setRThreshold(int threshold) override { m_received.setRThreshold(threshold); }
-    void setInputLen([[maybe_unused]] int length) override {}
-    [[nodiscard]] int InBufferCount() const override { return m_received.InBufferCount(); }
-    [[nodiscard]] std::string Input() override { return m_received.Input(); }
-    void Output(std::string_view bytes) override;
-    [[nodiscard]] int CommEvent() const override { return m_received.CommEvent(); }
-    void setOnComm(std::function<void()> handler) override { m_received.setOnComm(std::move(handler)); }
-    void setOnConnectionLost(std::function<void()> handler) override { m_onConnectionLost = std::move(handler); }
-
 private:
-    Result<void> open();
+    [[nodiscard]] Result<void> openPort(const std::filesystem::path& path) override;
+    void closePort() override { m_port.close(); }
+    [[nodiscard]] bool write(std::string_view bytes) override;
     void handleError(QSerialPort::SerialPortError error);
 
-    const DosNames& m_names;
     QSerialPort m_port;
-    ReceiveEvents m_received;
-    std::function<void()> m_onConnectionLost;
-    int m_number = 0;
-    bool m_isOpen = false; // as the program sees it: a lost port stays open until it is closed
-    bool m_isLost = false;
 };
 
 } // namespace platform

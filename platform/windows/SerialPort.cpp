@@ -9,21 +9,19 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// How long a write may wait for the system to take its bytes. A line is a few dozen bytes, so it waits only when the
-// driver has stopped reading.
-constexpr milliseconds kLongestWrite{200};
 // For bytes that the system has said are there.
 constexpr milliseconds kLongestFetch{50};
 constexpr std::size_t kMostAtOnce = 65536;
 // A driver that ends reads without a byte must not keep the program busy.
 constexpr milliseconds kPause{20};
 
-Result<void> setUp(const Handle& port)
+// Virtual ports have no line, and some neither tell its state nor let it be set.
+void setLine(const Handle& port)
 {
     DCB line = {};
     line.DCBlength = sizeof line;
     if (::GetCommState(port.get(), &line) == 0) {
-        return lastSystemError();
+        return;
     }
     line.BaudRate = CBR_9600;
     line.ByteSize = 8;
@@ -41,8 +39,12 @@ Result<void> setUp(const Handle& port)
     line.fNull = FALSE;
     line.fRtsControl = RTS_CONTROL_ENABLE;
     line.fAbortOnError = FALSE;
-    // Virtual ports have no line, and some refuse to set one.
     ::SetCommState(port.get(), &line);
+}
+
+Result<void> setUp(const Handle& port)
+{
+    setLine(port);
     // No limits of the driver's own: a read ends with its last byte, a write is stopped by the one who waits for it.
     COMMTIMEOUTS none = {};
     if (::SetCommTimeouts(port.get(), &none) == 0 || ::PurgeComm(port.get(), PURGE_RXCLEAR) == 0) {
@@ -53,8 +55,9 @@ Result<void> setUp(const Handle& port)
 
 } // namespace
 
-SerialPort::SerialPort(QObject* parent)
+SerialPort::SerialPort(milliseconds longestWrite, QObject* parent)
     : QObject(parent)
+    , m_longestWrite(longestWrite)
 {
     m_pause.setSingleShot(true);
     m_pause.setInterval(kPause);
@@ -104,9 +107,13 @@ Result<void> SerialPort::write(std::string_view bytes)
     if (!started) {
         return started;
     }
-    static_cast<void>(writing.endsWithin(kLongestWrite));
+    static_cast<void>(writing.endsWithin(m_longestWrite));
     const Result<std::string> written = writing.end();
-    return written ? Result<void>() : written.error();
+    if (written && written.value().size() == bytes.size()) {
+        return {};
+    }
+    ::PurgeComm(m_port.get(), PURGE_TXABORT | PURGE_TXCLEAR);
+    return written ? systemError(ERROR_TIMEOUT) : written.error();
 }
 
 Result<void> SerialPort::startReading()

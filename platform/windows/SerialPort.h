@@ -8,6 +8,7 @@
 #include <QTimer>
 #include <QWinEventNotifier>
 
+#include <chrono>
 #include <filesystem>
 #include <functional>
 #include <string>
@@ -22,15 +23,16 @@ class SerialPort final : public QObject
     Q_OBJECT
 
 public:
-    explicit SerialPort(QObject* parent = nullptr);
+    // A write may take as long as the given limit.
+    explicit SerialPort(std::chrono::milliseconds longestWrite, QObject* parent = nullptr);
     ~SerialPort() override;
 
     // Opens the port raw at 9600 baud, 8 data bits, and throws away what it received before.
     [[nodiscard]] Result<void> open(const std::filesystem::path& path);
     void close();
 
-    // Returns when the system has the bytes, or when it has not taken them for as long as a user does not notice; what
-    // is left then is dropped.
+    // Returns when the system has all bytes. An error when it has not taken them within the limit: what it has of them
+    // is purged then, so that the beginning of a command does not stand before the next one.
     [[nodiscard]] Result<void> write(std::string_view bytes);
 
     // Both are called from the event loop. After a failure nothing more is read.
@@ -44,6 +46,7 @@ private:
     // What has come behind the byte that was waited for.
     [[nodiscard]] std::string fetchRest();
 
+    std::chrono::milliseconds m_longestWrite;
     Handle m_port; // before the transfers that use it
     Transfer m_reading;
     QWinEventNotifier m_ended; // the read has ended

@@ -52,6 +52,29 @@ public:
         }
     }
 
+    // The driver stops reading: the line is filled from the program's side until it takes nothing more. Gives how many
+    // bytes stand on it.
+    [[nodiscard]] std::size_t fill() const
+    {
+        const std::string bytes(1024, '.');
+        std::size_t piece = bytes.size();
+        std::size_t size = 0;
+        // The system moves bytes on a little later, and then there is room again.
+        for (int refusals = 0; refusals < 20;) {
+            const ssize_t count = ::write(m_keeper, bytes.data(), piece);
+            if (count > 0) {
+                size += static_cast<std::size_t>(count);
+                refusals = 0;
+            } else if (piece > 1) {
+                piece = 1;
+            } else {
+                ++refusals;
+                ::poll(nullptr, 0, 5);
+            }
+        }
+        return size;
+    }
+
     // Everything the program has sent so far. Does not wait.
     [[nodiscard]] std::string received() const
     {

@@ -116,32 +116,6 @@ private slots:
         QCOMPARE(settings.c_oflag & OPOST, tcflag_t{0});
     }
 
-    // A driver that has stopped reading holds the program up for a moment and no longer.
-    void sendingToADriverThatDoesNotReadEnds()
-    {
-        SerialLine on;
-        QVERIFY(on.open());
-        const std::string bytes(10000, 'x');
-        qint64 slowest = 0;
-        for (int i = 0; i < 100 && slowest < 200; ++i) { // far more than a terminal holds
-            QElapsedTimer clock;
-            clock.start();
-            on.control.Output(bytes);
-            slowest = std::max(slowest, clock.elapsed());
-        }
-        QVERIFY2(slowest >= 200, "the terminal took everything: the test proves nothing");
-        QVERIFY2(slowest < 2000, qPrintable(QString::number(slowest)));
-        QCOMPARE(on.losses, 0);
-        QVERIFY(on.control.PortOpen());
-        // What was left is dropped, and the port is of use again once the driver reads.
-        QVERIFY(on.control.setPortOpen(false));
-        while (!on.terminal->received().empty()) {
-        }
-        QVERIFY(on.open());
-        on.control.Output("/ver\n");
-        QCOMPARE(on.terminal->receive(5), "/ver\n");
-    }
-
     void nothingGoesOutThroughAClosedPort()
     {
         QTest::failOnWarning(QRegularExpression(QStringLiteral(".")));
