@@ -72,12 +72,14 @@ std::vector<tables::ParamRow> rowsOf(const tables::ParamTable& table)
 } // namespace
 
 TableFileFlows::TableFileFlows(tables::ParamTables& tables, TableFileWindow& window, platform::FileDialogs& dialogs,
-                               platform::MessageBoxes& boxes, std::filesystem::path startFolder)
+                               platform::MessageBoxes& boxes, std::filesystem::path startFolder,
+                               std::filesystem::path copyFolder)
     : m_tables(tables)
     , m_window(window)
     , m_dialogs(dialogs)
     , m_boxes(boxes)
     , m_startFolder(std::move(startFolder))
+    , m_copyFolder(std::move(copyFolder))
 {}
 
 // --- Open ---
@@ -204,7 +206,8 @@ bool TableFileFlows::SaveCurrent(const std::filesystem::path& SelectedFileName)
     const std::string comment = m_window.comments(tables::kConfigurationTab);
     const std::vector<tables::ParamRow> rows = rowsOf(table().table());
     const platform::Result<void> written = platform::replaceFile(
-        SelectedFileName, isConfiguration() ? writeTableFile_CFG(comment, rows) : writeTableFile_KB(comment, rows));
+        SelectedFileName, isConfiguration() ? writeTableFile_CFG(comment, rows) : writeTableFile_KB(comment, rows),
+        m_copyFolder);
     if (!written) {
         m_window.beep();
         m_boxes.show({.text = "Unable to save file: \"" + m_window.displayName(SelectedFileName) + "\" because " +

@@ -14,9 +14,11 @@ namespace files {
 class TableFileFlows final
 {
 public:
-    // Everything outlives this object. Dialogs start in the given folder.
+    // Everything outlives this object. Dialogs start in the given folder. What has to be written in place is kept in
+    // the folder for copies meanwhile, if one is given.
     TableFileFlows(tables::ParamTables& tables, TableFileWindow& window, platform::FileDialogs& dialogs,
-                   platform::MessageBoxes& boxes, std::filesystem::path startFolder);
+                   platform::MessageBoxes& boxes, std::filesystem::path startFolder,
+                   std::filesystem::path copyFolder = {});
 
     // Asks for a file and loads it. Unsaved changes are not asked about. A file that cannot be read changes nothing.
     void OpenTableFile();
@@ -28,7 +30,7 @@ public:
     // Saves to the remembered name; asks for one when there is none yet.
     void SaveTable();
 
-    // Writes the table to a file, complete or not at all. On failure the user has been told and the result is false.
+    // Writes the table to a file, as replaceFile() does. On failure the user has been told and the result is false.
     [[nodiscard]] bool SaveCurrent(const std::filesystem::path& SelectedFileName);
     // Reads a file into the table and its comment box. False, and everything as it was, when it cannot be read.
     [[nodiscard]] bool LoadCurrent(const std::filesystem::path& SelectedFileName);
@@ -51,6 +53,7 @@ private:
     platform::FileDialogs& m_dialogs;
     platform::MessageBoxes& m_boxes;
     std::filesystem::path m_startFolder;
+    std::filesystem::path m_copyFolder;
 };
 
 } // namespace files

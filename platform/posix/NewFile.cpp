@@ -1,11 +1,16 @@
 #include "platform/posix/NewFile.h"
 
+#include "platform/NewFileName.h"
+
 #include <cerrno>
+#include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <string>
+#include <system_error>
 
 #include <fcntl.h>
+#include <sys/file.h>
 #include <sys/xattr.h>
 #include <unistd.h>
 
@@ -40,6 +45,34 @@ std::string accessList(const fs::path& path)
     return list;
 }
 
+bool isDead(unsigned long process)
+{
+    const auto number = static_cast<pid_t>(process);
+    return number > 0 && static_cast<unsigned long>(number) == process && ::kill(number, 0) != 0 && errno == ESRCH;
+}
+
+// On a disk that several machines share another one's process has a number that is nobody's here; it holds a lock.
+bool isBeingWritten(const fs::path& path)
+{
+    const Descriptor file(::open(path.c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+    return !file.isOpen() || ::flock(file.number(), LOCK_EX | LOCK_NB) != 0;
+}
+
+// What is in the way of that stays where it is: it hinders nobody.
+void removeLeftovers(const fs::path& folder)
+{
+    std::error_code error;
+    fs::directory_iterator entry(folder.empty() ? fs::path(".") : folder, error);
+    for (; !error && entry != fs::directory_iterator(); entry.increment(error)) {
+        const std::optional<unsigned long> writer = writerOf(entry->path().filename().native());
+        std::error_code unknown;
+        if (writer && isDead(*writer) && fs::is_regular_file(entry->symlink_status(unknown)) &&
+            !isBeingWritten(entry->path())) {
+            ::unlink(entry->path().c_str());
+        }
+    }
+}
+
 } // namespace
 
 Result<void> writeAll(const Descriptor& file, std::string_view bytes)
@@ -56,9 +89,10 @@ Result<void> writeAll(const Descriptor& file, std::string_view bytes)
 
 Result<NewFile> NewFile::beside(const fs::path& place, mode_t mode)
 {
-    const std::string start = ".teslin-" + std::to_string(::getpid()) + "-";
+    removeLeftovers(place.parent_path());
+    const auto process = static_cast<unsigned long>(::getpid());
     for (int number = 0; number < kMostNames; ++number) {
-        fs::path path = place.parent_path() / (start + std::to_string(number));
+        fs::path path = place.parent_path() / newFileName(process, number);
         Descriptor file(
             uninterrupted([&] { return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode); }));
         if (file.isOpen()) {
@@ -69,6 +103,14 @@ Result<NewFile> NewFile::beside(const fs::path& place, mode_t mode)
         }
     }
     return systemError(EEXIST);
+}
+
+NewFile::NewFile(fs::path path, Descriptor file)
+    : m_path(std::move(path))
+    , m_file(std::move(file))
+    , m_lock(::fcntl(m_file.number(), F_DUPFD_CLOEXEC, 0))
+{
+    static_cast<void>(::flock(m_lock.number(), LOCK_EX | LOCK_NB)); // not every file system has locks
 }
 
 NewFile::~NewFile()

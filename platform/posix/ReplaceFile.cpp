@@ -1,5 +1,6 @@
 #include "platform/ReplaceFile.h"
 
+#include "platform/KeptCopy.h"
 #include "platform/posix/Descriptor.h"
 #include "platform/posix/NewFile.h"
 
@@ -28,14 +29,21 @@ Descriptor openExisting(const fs::path& path, int access)
     return Descriptor(uninterrupted([&] { return ::open(path.c_str(), access | O_NOCTTY | O_NONBLOCK | O_CLOEXEC); }));
 }
 
+// That the file is none, that it does not exist, or that its folder is a file. Everything else leaves it open.
+bool isNoLink(int error)
+{
+    return error == EINVAL || error == ENOENT || error == ENOTDIR;
+}
+
 // The file that a chain of links ends at; it need not exist.
 Result<fs::path> realFile(fs::path path)
 {
     for (int links = 0; links < kMostLinks; ++links) {
-        std::error_code noLink;
-        const fs::path target = fs::read_symlink(path, noLink);
-        if (noLink) {
-            return path;
+        std::error_code error;
+        const fs::path target = fs::read_symlink(path, error);
+        if (error) {
+            // A link that a broken disk or a server does not tell must not be replaced by a file.
+            return isNoLink(error.value()) ? Result<fs::path>(path) : systemError(error.value());
         }
         path = path.parent_path() / target;
     }
@@ -67,23 +75,57 @@ Result<std::string> readToEnd(const Descriptor& file, std::size_t expected)
     }
 }
 
-Result<void> writeFromStart(const Descriptor& file, std::string_view bytes)
+Result<void> writeAt(const Descriptor& file, std::size_t position, std::string_view bytes)
 {
-    if (::lseek(file.number(), 0, SEEK_SET) != 0) {
+    if (::lseek(file.number(), static_cast<off_t>(position), SEEK_SET) < 0) {
         return lastSystemError();
     }
     Result<void> written = writeAll(file, bytes);
-    if (!written) {
-        return written;
+    if (written && ::fsync(file.number()) != 0) {
+        return lastSystemError();
     }
-    if (::ftruncate(file.number(), static_cast<off_t>(bytes.size())) != 0 || ::fsync(file.number()) != 0) {
+    return written;
+}
+
+Result<void> cutTo(const Descriptor& file, std::size_t size)
+{
+    if (::ftruncate(file.number(), static_cast<off_t>(size)) != 0 || ::fsync(file.number()) != 0) {
         return lastSystemError();
     }
     return {};
 }
 
-// The file keeps its space until the new content stands, so a full disk has room for the old content again.
-Result<void> writeInPlace(const fs::path& path, std::string_view bytes)
+Result<void> writeFromStart(const Descriptor& file, std::string_view bytes)
+{
+    Result<void> written = writeAt(file, 0, bytes);
+    return written ? cutTo(file, bytes.size()) : written;
+}
+
+// First what goes behind the old content, because only that can lack room: should it fail, or the process be killed in
+// it, the old content is still there. The file keeps its space until the new content stands, so that there is room for
+// the old one again.
+Result<void> overwrite(const Descriptor& file, std::string_view bytes, const std::optional<std::string>& old)
+{
+    struct stat look = {};
+    if (::fstat(file.number(), &look) != 0) {
+        return lastSystemError();
+    }
+    const auto size = static_cast<std::size_t>(look.st_size);
+    if (bytes.size() > size) {
+        Result<void> behind = writeAt(file, size, bytes.substr(size));
+        if (!behind) {
+            static_cast<void>(cutTo(file, size));
+            return behind;
+        }
+    }
+    Result<void> written = writeFromStart(file, bytes);
+    if (!written && old) {
+        static_cast<void>(writeFromStart(file, *old));
+    }
+    return written;
+}
+
+Result<void> writeInPlace(const fs::path& path, std::string_view bytes, const fs::path& copies)
 {
     std::optional<std::string> old;
     Descriptor file = openExisting(path, O_RDWR);
@@ -98,10 +140,8 @@ Result<void> writeInPlace(const fs::path& path, std::string_view bytes)
     if (!file.isOpen()) {
         return lastSystemError();
     }
-    Result<void> written = writeFromStart(file, bytes);
-    if (!written && old) {
-        static_cast<void>(writeFromStart(file, *old));
-    }
+    const KeptCopy copy(copies, path, bytes);
+    Result<void> written = overwrite(file, bytes, old);
     if (written && !file.close()) {
         return lastSystemError();
     }
@@ -172,7 +212,7 @@ Result<std::string> readFile(const fs::path& path)
     return readToEnd(file, static_cast<std::size_t>(size));
 }
 
-Result<void> replaceFile(const fs::path& path, std::string_view bytes)
+Result<void> replaceFile(const fs::path& path, std::string_view bytes, const fs::path& copies)
 {
     const Result<fs::path> file = realFile(path);
     if (!file) {
@@ -191,7 +231,7 @@ Result<void> replaceFile(const fs::path& path, std::string_view bytes)
     }
     Result<void> replaced = writeBeside(file.value(), bytes, look);
     if (!replaced && isRefusalOfTheFolder(replaced.error())) {
-        return writeInPlace(file.value(), bytes);
+        return writeInPlace(file.value(), bytes, copies);
     }
     return replaced;
 }

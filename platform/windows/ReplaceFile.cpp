@@ -1,5 +1,6 @@
 #include "platform/ReplaceFile.h"
 
+#include "platform/KeptCopy.h"
 #include "platform/windows/NewFile.h"
 
 #include <algorithm>
@@ -75,23 +76,62 @@ Result<std::string> readToEnd(const Handle& file)
     }
 }
 
-Result<void> writeFromStart(const Handle& file, std::string_view bytes)
+Result<void> writeAt(const Handle& file, std::size_t position, std::string_view bytes)
 {
-    if (::SetFilePointerEx(file.get(), {}, nullptr, FILE_BEGIN) == 0) {
+    LARGE_INTEGER place = {};
+    place.QuadPart = static_cast<LONGLONG>(position);
+    if (::SetFilePointerEx(file.get(), place, nullptr, FILE_BEGIN) == 0) {
         return lastSystemError();
     }
     Result<void> written = writeAll(file, bytes);
-    if (!written) {
-        return written;
+    if (written && ::FlushFileBuffers(file.get()) == 0) {
+        return lastSystemError();
     }
-    if (::SetEndOfFile(file.get()) == 0 || ::FlushFileBuffers(file.get()) == 0) {
+    return written;
+}
+
+Result<void> cutTo(const Handle& file, std::size_t size)
+{
+    LARGE_INTEGER end = {};
+    end.QuadPart = static_cast<LONGLONG>(size);
+    if (::SetFilePointerEx(file.get(), end, nullptr, FILE_BEGIN) == 0 || ::SetEndOfFile(file.get()) == 0 ||
+        ::FlushFileBuffers(file.get()) == 0) {
         return lastSystemError();
     }
     return {};
 }
 
-// The file keeps its space until the new content stands, so a full disk has room for the old content again.
-Result<void> writeInPlace(const fs::path& path, std::string_view bytes)
+Result<void> writeFromStart(const Handle& file, std::string_view bytes)
+{
+    Result<void> written = writeAt(file, 0, bytes);
+    return written ? cutTo(file, bytes.size()) : written;
+}
+
+// First what goes behind the old content, because only that can lack room: should it fail, or the process be killed in
+// it, the old content is still there. The file keeps its space until the new content stands, so that there is room for
+// the old one again.
+Result<void> overwrite(const Handle& file, std::string_view bytes, const std::optional<std::string>& old)
+{
+    LARGE_INTEGER length = {};
+    if (::GetFileSizeEx(file.get(), &length) == 0) {
+        return lastSystemError();
+    }
+    const auto size = static_cast<std::size_t>(length.QuadPart);
+    if (bytes.size() > size) {
+        Result<void> behind = writeAt(file, size, bytes.substr(size));
+        if (!behind) {
+            static_cast<void>(cutTo(file, size));
+            return behind;
+        }
+    }
+    Result<void> written = writeFromStart(file, bytes);
+    if (!written && old) {
+        static_cast<void>(writeFromStart(file, *old));
+    }
+    return written;
+}
+
+Result<void> writeInPlace(const fs::path& path, std::string_view bytes, const fs::path& copies)
 {
     std::optional<std::string> old;
     Handle file = openExisting(path, GENERIC_READ | GENERIC_WRITE);
@@ -106,18 +146,21 @@ Result<void> writeInPlace(const fs::path& path, std::string_view bytes)
     if (!file.isOpen()) {
         return lastSystemError();
     }
-    Result<void> written = writeFromStart(file, bytes);
-    if (!written && old) {
-        static_cast<void>(writeFromStart(file, *old));
-    }
-    return written;
+    const KeptCopy copy(copies, path, bytes);
+    return overwrite(file, bytes, old);
 }
 
-// A folder without permission for new files, a file that another program holds open, ...
+// A folder without permission for new files, a file that another program holds open, a name that is so long that the
+// one of a file beside it is too long, ...
 bool isRefusalOfTheFolder(const SystemError& error)
 {
-    constexpr std::array<int, 5> kRefusals = {ERROR_ACCESS_DENIED, ERROR_SHARING_VIOLATION, ERROR_WRITE_PROTECT,
-                                              ERROR_UNABLE_TO_REMOVE_REPLACED, ERROR_UNABLE_TO_MOVE_REPLACEMENT};
+    constexpr std::array<int, 7> kRefusals = {ERROR_ACCESS_DENIED,
+                                              ERROR_SHARING_VIOLATION,
+                                              ERROR_WRITE_PROTECT,
+                                              ERROR_PATH_NOT_FOUND,
+                                              ERROR_FILENAME_EXCED_RANGE,
+                                              ERROR_UNABLE_TO_REMOVE_REPLACED,
+                                              ERROR_UNABLE_TO_MOVE_REPLACEMENT};
     return std::find(kRefusals.begin(), kRefusals.end(), error.number) != kRefusals.end();
 }
 
@@ -161,7 +204,7 @@ Result<std::string> readFile(const fs::path& path)
     return readToEnd(file);
 }
 
-Result<void> replaceFile(const fs::path& path, std::string_view bytes)
+Result<void> replaceFile(const fs::path& path, std::string_view bytes, const fs::path& copies)
 {
     const fs::path real = realFile(path);
     if (!isThere(real)) {
@@ -180,11 +223,12 @@ Result<void> replaceFile(const fs::path& path, std::string_view bytes)
     file.close();
     // What another program has open and does not let go has to stay where it is.
     if (!openExisting(real, DELETE).isOpen()) {
-        return writeInPlace(real, bytes);
+        return writeInPlace(real, bytes, copies);
     }
     Result<void> replaced = writeBeside(real, bytes);
-    if (!replaced && isRefusalOfTheFolder(replaced.error())) {
-        return writeInPlace(real, bytes);
+    // Not where the old file is gone: what is left then is the new one.
+    if (!replaced && isRefusalOfTheFolder(replaced.error()) && isThere(real)) {
+        return writeInPlace(real, bytes, copies);
     }
     return replaced;
 }

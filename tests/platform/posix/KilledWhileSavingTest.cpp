@@ -1,19 +1,16 @@
 #include "platform/ReplaceFile.h"
 
 #include "tests/platform/TestFiles.h"
+#include "tests/platform/posix/StepByStep.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
 #include <algorithm>
-#include <cerrno>
-#include <csignal>
 #include <ctime>
 #include <vector>
 
-#include <sys/ptrace.h>
 #include <sys/syscall.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using namespace platform;
@@ -29,73 +26,14 @@ QByteArray table(int rows, char mark)
     return (QByteArray("083-084,20-03 ;") + QByteArray(40, mark) + "\r\n").repeated(rows);
 }
 
-int waitFor(pid_t child)
-{
-    int status = 0;
-    while (::waitpid(child, &status, 0) < 0 && errno == EINTR) {
-    }
-    return status;
-}
-
-void kill(pid_t child)
-{
-    ::kill(child, SIGKILL);
-    while (WIFSTOPPED(waitFor(child))) {
-    }
-}
-
 // A child process that saves once and stands still before and after each of its system calls.
-class SavingStepByStep final
+class SavingStepByStep final : public test::StepByStep
 {
 public:
     SavingStepByStep(const fs::path& path, const std::string& bytes)
-        : m_child(::fork())
-    {
-        if (m_child == 0) {
-            if (::ptrace(PTRACE_TRACEME, 0, nullptr, nullptr) != 0) {
-                ::_exit(2);
-            }
-            ::raise(SIGSTOP);
-            ::_exit(replaceFile(path, bytes) ? 0 : 1);
-        }
-        m_status = waitFor(m_child);
-        if (isRunning()) {
-            ::ptrace(PTRACE_SETOPTIONS, m_child, nullptr, PTRACE_O_TRACESYSGOOD | PTRACE_O_EXITKILL);
-        }
-    }
-    ~SavingStepByStep()
-    {
-        if (isRunning()) {
-            kill(m_child);
-        }
-    }
-    SavingStepByStep(const SavingStepByStep&) = delete;
-    SavingStepByStep& operator=(const SavingStepByStep&) = delete;
-
-    [[nodiscard]] bool isRunning() const { return WIFSTOPPED(m_status); }
-    [[nodiscard]] bool mayNotBeTraced() const { return WIFEXITED(m_status) && WEXITSTATUS(m_status) == 2; }
-    [[nodiscard]] bool hasSaved() const { return WIFEXITED(m_status) && WEXITSTATUS(m_status) == 0; }
-
-    void step()
-    {
-        ::ptrace(PTRACE_SYSCALL, m_child, nullptr, nullptr);
-        m_status = waitFor(m_child);
-    }
-
-    // The system call that the child is about to make, or -1 when it has just made one.
-    [[nodiscard]] long callAhead() const
-    {
-        __ptrace_syscall_info info{};
-        if (::ptrace(PTRACE_GET_SYSCALL_INFO, m_child, sizeof info, &info) <= 0 ||
-            info.op != PTRACE_SYSCALL_INFO_ENTRY) {
-            return -1;
-        }
-        return static_cast<long>(info.entry.nr);
-    }
-
-private:
-    pid_t m_child;
-    int m_status = 0;
+        : StepByStep([&] { return static_cast<bool>(replaceFile(path, bytes)); })
+    {}
+    [[nodiscard]] bool hasSaved() const { return hasSucceeded(); }
 };
 
 } // namespace
@@ -194,7 +132,7 @@ private slots:
             QCOMPARE(::read(ends[0], &byte, 1), ssize_t{1});
             const timespec moment{0, times * kNanosecondsApart};
             ::nanosleep(&moment, nullptr);
-            kill(child);
+            test::kill(child);
             ::close(ends[0]);
             ::close(ends[1]);
             const QByteArray found = bytesOf(path);
