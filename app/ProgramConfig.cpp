@@ -33,6 +33,7 @@ void GetProgramConfig(const platform::ProfileStrings& settings, device::LinkStat
 void SaveProgramConfig(platform::ProfileStrings& settings, const device::LinkState& link, const PortSetup& port,
                        const QWidget& mainWindow)
 {
+    const platform::ProfileStrings::Together together(settings);
     SaveWindowPlacement(settings, mainWindow);
     settings.set(kFriendlyName.section, kFriendlyName.key, link.DriverFriendlyName);
     settings.set(kVirtualPort.section, kVirtualPort.key, port.portText());

@@ -13,7 +13,7 @@ namespace app {
 // taken from here: the first use of the device detects it.
 void GetProgramConfig(const platform::ProfileStrings& settings, device::LinkState& link, PortSetup& port);
 
-// Writes both names and the window's placement. A file that cannot be written is no error.
+// Writes the window's placement and both names, in one go. A file that cannot be written is no error.
 void SaveProgramConfig(platform::ProfileStrings& settings, const device::LinkState& link, const PortSetup& port,
                        const QWidget& mainWindow);
 

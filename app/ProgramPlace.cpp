@@ -33,9 +33,15 @@ std::vector<fs::path> layoutLists(const fs::path& programFolder)
 fs::path GetIniFileName(const fs::path& executable, const fs::path& userConfigFolder)
 {
     if (!userConfigFolder.empty() && isInstalled(executable.parent_path())) {
-        return userConfigFolder / platform::settingsFileBeside(executable).filename();
+        return settingsRefuge(executable, userConfigFolder);
     }
     return platform::settingsFilePath(executable, userConfigFolder);
+}
+
+fs::path settingsRefuge(const fs::path& executable, const fs::path& userConfigFolder)
+{
+    return userConfigFolder.empty() ? fs::path()
+                                    : userConfigFolder / platform::settingsFileBeside(executable).filename();
 }
 
 } // namespace app

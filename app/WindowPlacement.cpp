@@ -90,6 +90,7 @@ void SaveWindowPlacement(platform::ProfileStrings& settings, const QWidget& form
     const QRect place = state == kNormalWindow ? QRect(form.pos(), form.size()) : NormalPlacement::lastOf(form);
     const QString placement =
         QStringLiteral("%1,%2,%3,%4").arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height());
+    const platform::ProfileStrings::Together together(settings);
     settings.set(section, "Settings", platform::toAnsi(placement));
     settings.set(section, "WindowState", std::to_string(state));
 }

@@ -66,10 +66,13 @@ frmMain::frmMain(const Services& services)
     , m_summary({.printer = services.printer,
                  .dialogs = services.fileDialogs,
                  .placements = m_placementSide,
-                 .saveFile = [](const std::filesystem::path& file,
-                                std::string_view bytes) { return bool(platform::replaceFile(file, bytes)); },
+                 .saveFile =
+                     [this](const std::filesystem::path& file, std::string_view bytes) {
+                         return bool(platform::replaceFile(file, bytes, m_services.settings.folder()));
+                     },
                  .programFolder = services.programFolder})
-    , m_fileFlows(m_tables, m_fileSide, services.fileDialogs, services.boxes, services.programFolder)
+    , m_fileFlows(m_tables, m_fileSide, services.fileDialogs, services.boxes, services.programFolder,
+                  services.settings.folder())
     , m_openedWindows(*this)
 {
     m_face.page_CFG->setEditor(m_editor_CFG);
@@ -585,6 +588,7 @@ bool frmMain::Form_QueryUnload()
 
 void frmMain::Form_Unload()
 {
+    const platform::ProfileStrings::Together together(m_services.settings); // the summary writes its placement, too
     SaveProgramConfig(m_services.settings, m_link, m_portSetup, *this);
     m_link.UserAbort = true;
     m_operations.setClosing(true);

@@ -71,8 +71,8 @@ int main(int argc, char* argv[])
     const std::filesystem::path program = platform::toPath(QApplication::applicationFilePath());
     const std::filesystem::path configFolder =
         platform::toPath(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
-    platform::ProfileStrings settings(app::GetIniFileName(program, configFolder),
-                                      platform::settingsFileBeside(program));
+    platform::ProfileStrings settings(app::GetIniFileName(program, configFolder), platform::settingsFileBeside(program),
+                                      app::settingsRefuge(program, configFolder));
 
     app::frmMain frmMain({.MSComm1 = MSComm1,
                           .driver = *driver,

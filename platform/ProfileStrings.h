@@ -6,6 +6,7 @@
 #include <filesystem>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace platform {
 
@@ -14,7 +15,8 @@ namespace platform {
 [[nodiscard]] std::filesystem::path settingsFileBeside(const std::filesystem::path& executablePath);
 
 // Where the program keeps its settings: beside itself when that file can be written, else a file of the same name in
-// the user's own folder for settings. Creates nothing.
+// the user's own folder for settings. A file there that was written after the one beside the program counts as well:
+// the settings went there because writing beside the program failed. Creates nothing.
 [[nodiscard]] std::filesystem::path settingsFilePath(const std::filesystem::path& executablePath,
                                                      const std::filesystem::path& userConfigFolder);
 
@@ -25,7 +27,10 @@ class ProfileStrings final
 public:
     // Settings that a file does not have yet come from the fallback file, if one is given: the file beside an installed
     // program, which a user may read but not write. As soon as the file exists it alone counts; it begins as a copy.
-    explicit ProfileStrings(std::filesystem::path file, std::filesystem::path fallback = {});
+    //
+    // When the file cannot be written after all, the settings go to the refuge, if one is given, and stay there.
+    explicit ProfileStrings(std::filesystem::path file, std::filesystem::path fallback = {},
+                            std::filesystem::path refuge = {});
 
     // See profileString(). Empty also when the file cannot be read.
     [[nodiscard]] std::string get(std::string_view section, std::string_view key,
@@ -35,9 +40,45 @@ public:
     // stored; the file is then as it was.
     bool set(std::string_view section, std::string_view key, std::string_view value);
 
+    // What is set during its life is stored in one go when it ends, all of it or nothing. One inside another ends with
+    // the outer one.
+    class Together final
+    {
+    public:
+        explicit Together(ProfileStrings& settings)
+            : m_settings(settings)
+        {
+            ++m_settings.m_together;
+        }
+        ~Together() { m_settings.endTogether(); }
+        Together(const Together&) = delete;
+        Together& operator=(const Together&) = delete;
+
+    private:
+        ProfileStrings& m_settings;
+    };
+
+    // Where the file is, or will be.
+    [[nodiscard]] std::filesystem::path folder() const { return m_file.parent_path(); }
+
 private:
+    struct Value
+    {
+        std::string section;
+        std::string key;
+        std::string value;
+    };
+
+    void endTogether();
+    // Stores what waits.
+    bool store();
+    [[nodiscard]] std::string withWaiting(std::string bytes) const;
+
     std::filesystem::path m_file;
     std::filesystem::path m_fallback;
+    std::filesystem::path m_refuge;
+    std::vector<Value> m_waiting;
+    int m_together = 0;
 };
 
 } // namespace platform

@@ -227,8 +227,9 @@ private slots:
         const TemporaryFolder folder;
         const fs::path beside = fs::canonical(folder.path()) / "teslin.INI";
         QCOMPARE(settingsFilePath(folder / "teslin", folder / "config").string(), beside.string());
-        writeBytes(folder / "teslin.INI", "");
         writeBytes(folder / "config/teslin.INI", "");
+        writeBytes(folder / "teslin.INI", "");
+        fs::last_write_time(folder / "teslin.INI", fs::last_write_time(folder / "config/teslin.INI"));
         QCOMPARE(settingsFilePath(folder / "teslin", folder / "config").string(), beside.string());
         QCOMPARE(bytesOf(folder / "teslin.INI"), "");
     }
