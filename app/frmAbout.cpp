@@ -150,11 +150,15 @@ void frmAbout::hideEvent(QHideEvent* event)
 
 // --- Driver check ---
 
+bool frmAbout::hasDriverFile(const std::function<bool(std::string_view)>& exists)
+{
+    return std::any_of(kDriverFiles.begin(), kDriverFiles.end(), exists);
+}
+
 bool frmAbout::KSD_Driver_Is_Installed(const platform::DosNames& names, platform::MessageBoxes& boxes,
                                        platform::Beep& beep)
 {
-    const bool installed = std::any_of(kDriverFiles.begin(), kDriverFiles.end(),
-                                       [&names](std::string_view file) { return isFile(names, file); });
+    const bool installed = hasDriverFile([&names](std::string_view file) { return isFile(names, file); });
     if (!installed) {
         beep.sound();
         boxes.show({.text = driverMissing(), .icon = platform::BoxIcon::Critical});
@@ -175,10 +179,11 @@ bool frmAbout::startedSysInfo()
 {
     std::string path;
     if (GetKeyValue(platform::kLocalMachine, R"(SOFTWARE\Microsoft\Shared Tools\MSINFO)", "PATH", path)) {
-        return m_programs.start(path);
+        return m_programs.start(path.substr(0, path.find('\0')));
     }
     if (GetKeyValue(platform::kLocalMachine, R"(SOFTWARE\Microsoft\Shared Tools Location)", "MSINFO", path)) {
-        path += R"(\MSINFO32.EXE)";
+        // A folder with variables in it comes as it is stored, its terminator included.
+        path = m_programs.withVariables(path.substr(0, path.find('\0'))) + R"(\MSINFO32.EXE)";
         return isFile(m_names, path) && m_programs.start(path);
     }
     return false;

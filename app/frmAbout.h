@@ -9,6 +9,7 @@
 #include <QDialog>
 
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -29,6 +30,8 @@ public:
     // Shows no about box.
     static bool KSD_Driver_Is_Installed(const platform::DosNames& names, platform::MessageBoxes& boxes,
                                         platform::Beep& beep);
+    // The same, asking the given function which file exists: one place after the other, up to the first that has it.
+    [[nodiscard]] static bool hasDriverFile(const std::function<bool(std::string_view)>& exists);
 
     // Starts the system-information tool, or tells the user that there is none.
     void StartSysInfo();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace platform {
@@ -14,8 +15,12 @@ public:
     StartProgram(const StartProgram&) = delete;
     StartProgram& operator=(const StartProgram&) = delete;
 
-    // Starts the program with a normal window and gives it the focus. Names of environment variables between percent
-    // signs in its path (Windows-1252) are replaced by their values. False when it cannot be started; systems whose
+    // A path with the names of environment variables between percent signs replaced by their values; empty when that
+    // cannot be done. As it is on systems whose paths have no such names.
+    [[nodiscard]] virtual std::string withVariables(std::string_view path) const = 0;
+
+    // Starts the program with a normal window and gives it the focus. Names of environment variables in its
+    // path (Windows-1252) are replaced by their values. False when it cannot be started; systems whose
     // programs have no such paths start none.
     [[nodiscard]] virtual bool start(std::string_view path) = 0;
 

@@ -7,6 +7,7 @@ namespace {
 class StartNothing final : public StartProgram
 {
 public:
+    [[nodiscard]] std::string withVariables(std::string_view path) const override { return std::string(path); }
     [[nodiscard]] bool start(std::string_view /*path*/) override { return false; }
 };
 

@@ -27,14 +27,20 @@ bool namesAPort(std::string_view answer)
                        [](char c) { return static_cast<unsigned char>(c) < kFirstPrintable; });
 }
 
-// A device that is a serial port would otherwise wait until as much has come as was asked for.
-void endReadsAtSilence(const Handle& device, milliseconds quiet)
+// A serial port would otherwise wait until as much has come as was asked for. What does not answer like a port is told
+// nothing: the driver's own device has commands of its own. True when it is a port.
+bool endReadsAtSilence(const Handle& device, milliseconds quiet)
 {
     COMMTIMEOUTS limits = {};
+    if (::GetCommTimeouts(device.get(), &limits) == 0) {
+        return false;
+    }
+    limits = {};
     limits.ReadIntervalTimeout = static_cast<DWORD>(quiet.count());
     if (::SetCommTimeouts(device.get(), &limits) != 0) {
         ::PurgeComm(device.get(), PURGE_RXCLEAR);
     }
+    return true;
 }
 
 class WindowsDeviceObject final : public DeviceObject
@@ -53,6 +59,7 @@ public:
     {
         m_device.close();
         m_position = 0;
+        m_isPort = false;
     }
 
 private:
@@ -64,6 +71,7 @@ private:
     DeviceObjectLimits m_limits;
     Handle m_device;
     std::uint64_t m_position = 0; // in a plain file
+    bool m_isPort = false;
 };
 
 Result<void> WindowsDeviceObject::open(std::string_view dosName)
@@ -78,7 +86,7 @@ Result<void> WindowsDeviceObject::open(std::string_view dosName)
     if (!device.isOpen()) {
         return lastSystemError();
     }
-    endReadsAtSilence(device, m_limits.quiet);
+    m_isPort = endReadsAtSilence(device, m_limits.quiet);
     m_device = std::move(device);
     return {};
 }
@@ -121,6 +129,10 @@ Result<std::string> WindowsDeviceObject::read(std::size_t most)
             break;
         }
         answer += more.value();
+        // A device gives its answer to one read, whole; another read would ask it for something else.
+        if (!m_isPort && !isPlainFile()) {
+            break;
+        }
     }
     return answer;
 }

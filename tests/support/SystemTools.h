@@ -38,6 +38,18 @@ class RecordingStart final : public platform::StartProgram
 public:
     bool starts = true;
     std::vector<std::string> started;
+    std::map<std::string, std::string> variables; // by their names between percent signs
+
+    [[nodiscard]] std::string withVariables(std::string_view path) const override
+    {
+        std::string text(path);
+        for (const auto& [name, value] : variables) {
+            if (const std::size_t at = text.find(name); at != std::string::npos) {
+                text.replace(at, name.size(), value);
+            }
+        }
+        return text;
+    }
 
     [[nodiscard]] bool start(std::string_view path) override
     {
