@@ -2,20 +2,24 @@
 
 #include "app/ProgramText.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/ShownWindow.h"
 
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 
 namespace app {
 
 frmPleaseWait::frmPleaseWait(platform::WindowOrder& order, QWidget* parent)
-    : QWidget(parent, Qt::Tool | Qt::WindowTitleHint | Qt::CustomizeWindowHint)
+    : QFrame(parent, Qt::Tool | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus)
     , m_order(order)
 {
     setObjectName(QStringLiteral("frmPleaseWait"));
     setWindowTitle(platform::toQString(kProgramTitle));
     setAttribute(Qt::WA_ShowWithoutActivating);
     setFocusPolicy(Qt::NoFocus);
+    setFrameStyle(QFrame::Panel | QFrame::Raised);
+    setLineWidth(2);
     auto* label = new QLabel(tr("Please Wait..."), this);
     label->setObjectName(QStringLiteral("Label1"));
     label->setAlignment(Qt::AlignCenter);
@@ -24,6 +28,7 @@ frmPleaseWait::frmPleaseWait(platform::WindowOrder& order, QWidget* parent)
     label->setFont(font);
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(36, 24, 36, 24);
+    row->setSizeConstraint(QLayout::SetFixedSize); // or its text could be cut
     row->addWidget(label);
 }
 
@@ -35,6 +40,9 @@ void frmPleaseWait::showOver(const QWidget& window)
     adjustSize();
     move(window.geometry().center() - rect().center());
     show();
+    if (!window.isMinimized()) { // or it will not be shown before the window comes back
+        platform::waitUntilShown(*this);
+    }
 }
 
 void frmPleaseWait::unload()
@@ -43,6 +51,11 @@ void frmPleaseWait::unload()
         Form_Unload();
         hide();
     }
+}
+
+void frmPleaseWait::closeEvent(QCloseEvent* event)
+{
+    event->ignore(); // a window manager's key for closing
 }
 
 void frmPleaseWait::Form_Load()

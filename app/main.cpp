@@ -48,6 +48,12 @@ int main(int argc, char* argv[])
         return std::cout ? EXIT_SUCCESS : EXIT_FAILURE;
     }
 
+#ifndef Q_OS_WIN
+    // What the user does while the driver's device object is waited for is held back until the wait is over. The loop
+    // of the GLib library would then not look at it before something else comes from the screen, such as a box, which
+    // swallows a wish to close.
+    qputenv("QT_NO_GLIB", "1");
+#endif
     QApplication application(argc, argv);
     // The program ends when the main window says so, after its questions and with its settings written.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -20,16 +20,24 @@ std::string padded(std::string_view text)
 } // namespace
 
 DriverConnection::DriverConnection(LinkState& link, CommandProtocol& protocol, platform::SerialControl& MSComm1,
-                                   platform::DeviceObject& driver, LinkWindow& window, PortSettings& settings,
-                                   platform::MessageBoxes& boxes)
+                                   platform::DeviceObject& driver, platform::EventPump& events, LinkWindow& window,
+                                   PortSettings& settings, platform::MessageBoxes& boxes)
     : m_link(link)
     , m_protocol(protocol)
     , m_port(MSComm1)
     , m_driver(driver)
+    , m_events(events)
     , m_window(window)
     , m_settings(settings)
     , m_boxes(boxes)
-{}
+{
+    m_driver.setWhileWaiting([this] { m_events.processWithoutInput(); });
+}
+
+DriverConnection::~DriverConnection()
+{
+    m_driver.setWhileWaiting({});
+}
 
 bool DriverConnection::Detect()
 {
@@ -37,6 +45,7 @@ bool DriverConnection::Detect()
     m_window.setIdentification(Identification::Driver, "Getting virtual com port number...");
     CloseTheDeviceDriver();
     m_protocol.ShowActiveSend();
+    m_events.processWithoutInput(); // opening may take a while, and nobody is asked meanwhile
     const platform::Result<void> opened = m_driver.open(R"(\\.\)" + m_link.DriverFriendlyName);
     m_protocol.ShowInactiveSend();
     if (!opened) {
@@ -49,6 +58,7 @@ bool DriverConnection::Detect()
     m_driver.close();
     m_protocol.ShowInactiveSend();
     m_protocol.ShowInactiveRecv();
+    m_events.processPending(); // before a box comes, which would swallow a wish to close the window
     if (!answer) {
         m_window.setIdentification(Identification::Driver, "Unable to get virtual com port number..");
         return false;

@@ -13,14 +13,16 @@ class DriverConnection final
 public:
     // Everything outlives this object.
     DriverConnection(LinkState& link, CommandProtocol& protocol, platform::SerialControl& MSComm1,
-                     platform::DeviceObject& driver, LinkWindow& window, PortSettings& settings,
-                     platform::MessageBoxes& boxes);
+                     platform::DeviceObject& driver, platform::EventPump& events, LinkWindow& window,
+                     PortSettings& settings, platform::MessageBoxes& boxes);
+    ~DriverConnection();
 
     DriverConnection(const DriverConnection&) = delete;
     DriverConnection& operator=(const DriverConnection&) = delete;
 
     // Asks the driver's device object for the port's name; true when a name came. PortNumber and the port's name in the
-    // options follow it.
+    // options follow it. The windows stay painted while the driver is waited for; what the user does meanwhile is
+    // handled at the end of the wait.
     bool Detect();
 
     // Closes and opens the port, detecting it first while its number is not known, and reads the identification. On
@@ -49,6 +51,7 @@ private:
     CommandProtocol& m_protocol;
     platform::SerialControl& m_port;
     platform::DeviceObject& m_driver;
+    platform::EventPump& m_events;
     LinkWindow& m_window;
     PortSettings& m_settings;
     platform::MessageBoxes& m_boxes;

@@ -5,9 +5,11 @@
 
 #include <chrono>
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace platform {
 
@@ -16,10 +18,11 @@ struct DeviceObjectLimits
 {
     std::chrono::milliseconds firstByte{2000}; // until the driver begins to answer, or takes what is written
     std::chrono::milliseconds quiet{50};       // of silence that end an answer once it has begun
+    std::chrono::milliseconds breath{20};      // between two calls of the handler that is told of a wait
 };
 
 // The driver's device object: a door that is opened like a file, written to once and read from once. It may be a
-// device, a terminal or a plain file. Calls wait within the limits and process no events.
+// device, a terminal or a plain file. Calls wait within the limits.
 class DeviceObject
 {
 public:
@@ -42,8 +45,22 @@ public:
     // Does nothing when it is not open.
     virtual void close() = 0;
 
+    // Called at the start of every wait and then again and again while it lasts, so that somebody can keep a window
+    // painted meanwhile. Must not use the device object.
+    void setWhileWaiting(std::function<void()> handler) { m_whileWaiting = std::move(handler); }
+
 protected:
     DeviceObject() = default;
+
+    void whileWaiting() const
+    {
+        if (m_whileWaiting) {
+            m_whileWaiting();
+        }
+    }
+
+private:
+    std::function<void()> m_whileWaiting;
 };
 
 // The system's device object, not open yet.

@@ -22,26 +22,6 @@ using Clock = std::chrono::steady_clock;
 constexpr std::string_view kPortMark = "COM";
 constexpr unsigned char kFirstPrintable = ' ';
 
-// Waits until the descriptor can be used as asked, or until something has happened to it that its next use will tell.
-Result<void> waitFor(const Descriptor& device, short event, milliseconds limit)
-{
-    const Clock::time_point end = Clock::now() + limit;
-    for (;;) {
-        const auto left = std::max(std::chrono::ceil<milliseconds>(end - Clock::now()), milliseconds::zero());
-        pollfd wanted{device.number(), event, 0};
-        const int ready = ::poll(&wanted, 1, static_cast<int>(left.count()));
-        if (ready > 0) {
-            return {};
-        }
-        if (ready == 0) {
-            return systemError(ETIMEDOUT);
-        }
-        if (errno != EINTR) {
-            return lastSystemError();
-        }
-    }
-}
-
 // A driver ends the port's name with a control character.
 bool namesAPort(std::string_view answer)
 {
@@ -87,6 +67,8 @@ public:
     void close() override { m_device = Descriptor(); }
 
 private:
+    // Waits until the device can be used as asked, or until something has happened to it that its next use will tell.
+    [[nodiscard]] Result<void> waitFor(short event, milliseconds limit) const;
     // Adds what can be read now, up to the given size of the whole. False at the end of a plain file.
     [[nodiscard]] Result<bool> append(std::string& answer, std::size_t most) const;
 
@@ -120,6 +102,26 @@ Result<void> PosixDeviceObject::open(std::string_view dosName)
     return {};
 }
 
+Result<void> PosixDeviceObject::waitFor(short event, milliseconds limit) const
+{
+    const Clock::time_point end = Clock::now() + limit;
+    for (;;) {
+        whileWaiting();
+        const auto left = std::max(std::chrono::ceil<milliseconds>(end - Clock::now()), milliseconds::zero());
+        pollfd wanted{m_device.number(), event, 0};
+        const int ready = ::poll(&wanted, 1, static_cast<int>(std::min(left, m_limits.breath).count()));
+        if (ready > 0) {
+            return {};
+        }
+        if (ready == 0 && left <= m_limits.breath) {
+            return systemError(ETIMEDOUT);
+        }
+        if (ready < 0 && errno != EINTR) {
+            return lastSystemError();
+        }
+    }
+}
+
 Result<void> PosixDeviceObject::write(std::string_view bytes)
 {
     while (!bytes.empty()) {
@@ -127,7 +129,7 @@ Result<void> PosixDeviceObject::write(std::string_view bytes)
         if (count >= 0) {
             bytes.remove_prefix(static_cast<std::size_t>(count));
         } else if (errno == EAGAIN) {
-            Result<void> ready = waitFor(m_device, POLLOUT, m_limits.firstByte);
+            Result<void> ready = waitFor(POLLOUT, m_limits.firstByte);
             if (!ready) {
                 return ready;
             }
@@ -145,7 +147,7 @@ Result<std::string> PosixDeviceObject::read(std::size_t most)
     }
     std::string answer;
     while (answer.size() < most && !namesAPort(answer)) {
-        const Result<void> ready = waitFor(m_device, POLLIN, answer.empty() ? m_limits.firstByte : m_limits.quiet);
+        const Result<void> ready = waitFor(POLLIN, answer.empty() ? m_limits.firstByte : m_limits.quiet);
         if (!ready && ready.error().number == ETIMEDOUT && !answer.empty()) {
             break;
         }

@@ -8,6 +8,7 @@ class QtEventPump final : public EventPump
 {
 public:
     void processPending() override;
+    void processWithoutInput() override;
     void waitForEvents() override;
 };
 

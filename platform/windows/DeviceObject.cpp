@@ -11,6 +11,7 @@ namespace platform {
 namespace {
 
 using std::chrono::milliseconds;
+using Clock = std::chrono::steady_clock;
 
 constexpr std::string_view kPortMark = "COM";
 constexpr unsigned char kFirstPrintable = ' ';
@@ -65,6 +66,7 @@ public:
 private:
     // One read; nothing at the end of a plain file and when the limit passes in silence.
     [[nodiscard]] Result<std::string> readOnce(std::size_t most, milliseconds limit);
+    void waitForEnd(const Transfer& transfer, milliseconds limit) const;
     [[nodiscard]] bool isPlainFile() const { return ::GetFileType(m_device.get()) == FILE_TYPE_DISK; }
 
     DosNames m_names;
@@ -99,7 +101,7 @@ Result<void> WindowsDeviceObject::write(std::string_view bytes)
         if (!started) {
             return started;
         }
-        static_cast<void>(transfer.endsWithin(m_limits.firstByte));
+        waitForEnd(transfer, m_limits.firstByte);
         const Result<std::string> written = transfer.end();
         if (!written) {
             return written.error();
@@ -137,12 +139,23 @@ Result<std::string> WindowsDeviceObject::read(std::size_t most)
     return answer;
 }
 
+void WindowsDeviceObject::waitForEnd(const Transfer& transfer, milliseconds limit) const
+{
+    const Clock::time_point end = Clock::now() + limit;
+    bool goesOn = true;
+    while (goesOn) {
+        whileWaiting();
+        const auto left = std::max(std::chrono::ceil<milliseconds>(end - Clock::now()), milliseconds::zero());
+        goesOn = !transfer.endsWithin(std::min(left, m_limits.breath)) && left > m_limits.breath;
+    }
+}
+
 Result<std::string> WindowsDeviceObject::readOnce(std::size_t most, milliseconds limit)
 {
     Transfer transfer;
     const Result<void> started = transfer.startReading(m_device, most, m_position);
     if (started) {
-        static_cast<void>(transfer.endsWithin(limit));
+        waitForEnd(transfer, limit);
     }
     const Result<std::string> bytes = started ? transfer.end() : Result<std::string>(started.error());
     if (!bytes && bytes.error().number == ERROR_HANDLE_EOF) {

@@ -47,7 +47,7 @@ struct DeviceLink
     TestMessageBoxes& boxes = loggedBoxes.boxes;
     PlainTables tables;
     device::CommandProtocol protocol{link, operations, port, pump, window, loggedBoxes, tables.tables};
-    device::DriverConnection connection{link, protocol, port, driver, window, settings, loggedBoxes};
+    device::DriverConnection connection{link, protocol, port, driver, pump, window, settings, loggedBoxes};
     device::TableTransfer transfer{link, operations, protocol, connection, port, window, window, tables.tables};
 };
 

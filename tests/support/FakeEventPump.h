@@ -56,6 +56,9 @@ public:
         while (m_handleOne && m_handleOne()) {
         }
     }
+    // Nothing here is the user's input but what a test does at a tick.
+    void processWithoutInput() override { ++m_looksWithoutInput; }
+    [[nodiscard]] int looksWithoutInput() const { return m_looksWithoutInput; }
     void waitForEvents() override
     {
         guard();
@@ -101,6 +104,7 @@ private:
     std::multimap<int, std::function<void()>> m_actions;
     int m_ticks = 0;
     int m_waits = 0;
+    int m_looksWithoutInput = 0;
 };
 
 } // namespace testsupport

@@ -86,7 +86,7 @@ private:
     bool m_isLost = false;
 };
 
-// The driver's device object: names a port, or does not open.
+// The driver's device object: names a port, or does not open. It may be silent for a while first.
 class WindowDriver final : public platform::DeviceObject
 {
 public:
@@ -94,11 +94,17 @@ public:
     std::string answer = "/get port_name=COM5\r";
     std::string openedName;
     std::function<void(const char* call)> onCall;
+    std::function<void()> onOpen;
+    // What happens while the driver is silent; `breathe` is what a device object does again and again meanwhile.
+    std::function<void(const std::function<void()>& breathe)> silence;
 
     platform::Result<void> open(std::string_view dosName) override
     {
         called("open");
         openedName = dosName;
+        if (onOpen) {
+            onOpen();
+        }
         return opens ? platform::Result<void>() : platform::SystemError{.number = 2, .description = "No such file"};
     }
     platform::Result<void> write([[maybe_unused]] std::string_view bytes) override
@@ -109,6 +115,9 @@ public:
     platform::Result<std::string> read([[maybe_unused]] std::size_t most) override
     {
         called("read");
+        if (silence) {
+            silence([this] { whileWaiting(); });
+        }
         return answer;
     }
     void close() override { called("close"); }

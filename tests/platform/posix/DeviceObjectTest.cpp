@@ -81,6 +81,7 @@ private slots:
     {
         QCOMPARE(DeviceObjectLimits().firstByte.count(), 2000);
         QCOMPARE(DeviceObjectLimits().quiet.count(), 50);
+        QVERIFY(DeviceObjectLimits().breath.count() <= 50); // a window that is painted later than that feels slow
     }
 
     void anAnswerEndsWithAControlCharacterAfterItsPort_data()
@@ -203,6 +204,50 @@ private slots:
         const Result<void> written = object->write(std::string(1'000'000, 'x'));
         QVERIFY(!written);
         QCOMPARE(written.error().number, ETIMEDOUT);
+    }
+
+    void somebodyIsToldOfEveryWaitWhileItLasts_data()
+    {
+        QTest::addColumn<bool>("reads");
+        QTest::newRow("for an answer") << true;
+        QTest::newRow("for the driver to take what is written") << false;
+    }
+    void somebodyIsToldOfEveryWaitWhileItLasts()
+    {
+        QFETCH(bool, reads);
+        const PseudoTerminal terminal;
+        mapTo(terminal.path());
+        const auto object = device({.firstByte = 200ms, .quiet = test::kPatience, .breath = 10ms});
+        int times = 0;
+        object->setWhileWaiting([&times] { ++times; });
+        QVERIFY(object->open(R"(\\.\Teslin)"));
+        QCOMPARE(times, 0);
+        QElapsedTimer timer;
+        timer.start();
+        const int error = reads ? object->read(kBufferSize).error().number
+                                : object->write(std::string(1'000'000, 'x')).error().number;
+        QCOMPARE(error, ETIMEDOUT);
+        QVERIFY(timer.elapsed() >= 200);
+        QVERIFY2(times > 2, qPrintable(QString::number(times)));
+    }
+
+    // Somebody who takes longer than the limit does not make a driver late.
+    void anAnswerThatCameWhileSomebodyWasToldCounts()
+    {
+        const PseudoTerminal terminal;
+        mapTo(terminal.path());
+        const auto object = device({.firstByte = 50ms, .quiet = 50ms});
+        QVERIFY(object->open(R"(\\.\Teslin)"));
+        object->setWhileWaiting([&terminal] {
+            QElapsedTimer busy;
+            busy.start();
+            terminal.send("COM5\r");
+            while (busy.elapsed() < 60) {
+            }
+        });
+        const Result<std::string> answer = object->read(5);
+        QVERIFY(answer);
+        QCOMPARE(answer.value(), "COM5\r");
     }
 
     void aLongWriteArrivesWhole()
