@@ -122,10 +122,10 @@ void dlgSingleField::showInFront()
 {
     if (!isVisible()) {
         Form_Load();
-        show();
         txtSingleAddress->setFocus();
         txtSingleAddress->selectAll();
     }
+    show();
     raise();
     activateWindow();
 }

@@ -3,6 +3,8 @@
 #include "app/Fonts.h"
 #include "device/Replies.h"
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/FrontWindow.h"
+#include "platform/qt/ShownWindow.h"
 #include "platform/qt/Spoken.h"
 #include "tables/ui/PlainLabel.h"
 
@@ -45,14 +47,15 @@ QPushButton* makeButton(const char* name, const QString& caption, QWidget* paren
 } // namespace
 
 frmOptions::frmOptions(device::LinkState& link, device::Operations& operations, device::DriverConnection& connection,
-                       PortSetup& portSetup, platform::MessageBoxes& boxes, std::function<void()> saveProgramConfig,
-                       QWidget* parent)
+                       PortSetup& portSetup, platform::MessageBoxes& boxes, platform::WindowOrder& order,
+                       std::function<void()> saveProgramConfig, QWidget* parent)
     : QDialog(parent)
     , m_link(link)
     , m_operations(operations)
     , m_connection(connection)
     , m_portSetup(portSetup)
     , m_boxes(boxes)
+    , m_order(order)
     , m_saveProgramConfig(std::move(saveProgramConfig))
     , tbsOptions(new QTabBar(this))
 {
@@ -155,14 +158,17 @@ void frmOptions::connectEverything()
 
 void frmOptions::showInFront()
 {
-    if (!isVisible()) {
+    const bool opens = !isVisible();
+    if (opens) {
         Form_Load();
-        open();
         txtFriendlyName->setFocus();
         txtFriendlyName->selectAll();
     }
-    raise();
-    activateWindow();
+    platform::showInFront(*this, m_order);
+    if (opens) {
+        platform::waitUntilShown(*this); // its frame is known then
+        centreOnScreen();
+    }
 }
 
 void frmOptions::Form_Load()
@@ -180,8 +186,13 @@ void frmOptions::Form_Load()
 
 void frmOptions::centreOnScreen()
 {
-    adjustSize();
-    move(screen()->availableGeometry().center() - QRect({}, frameSize()).center());
+    if (!isVisible()) {
+        adjustSize();
+    }
+    // Before it was ever shown its frame is taken to be like that of the main window.
+    const QWidget& framed = frameSize() == size() && parentWidget() != nullptr ? *parentWidget()->window() : *this;
+    const QSize outer = size() + framed.frameSize() - framed.size();
+    move(screen()->availableGeometry().center() - QRect({}, outer).center());
 }
 
 void frmOptions::cmdOK_Click()

@@ -3,6 +3,7 @@
 #include "app/PausedButtons.h"
 #include "app/PortSetup.h"
 #include "device/DriverConnection.h"
+#include "platform/qt/WindowOrder.h"
 
 #include <QDialog>
 #include <QLineEdit>
@@ -24,8 +25,8 @@ class frmOptions final : public QDialog
 public:
     // saveProgramConfig writes all settings. Everything outlives the dialog.
     frmOptions(device::LinkState& link, device::Operations& operations, device::DriverConnection& connection,
-               PortSetup& portSetup, platform::MessageBoxes& boxes, std::function<void()> saveProgramConfig,
-               QWidget* parent);
+               PortSetup& portSetup, platform::MessageBoxes& boxes, platform::WindowOrder& order,
+               std::function<void()> saveProgramConfig, QWidget* parent);
     ~frmOptions() override;
 
     // Opens the dialog, modal to its parent, or brings the open one to the front. Returns at once.
@@ -65,6 +66,7 @@ private:
     device::DriverConnection& m_connection;
     PortSetup& m_portSetup;
     platform::MessageBoxes& m_boxes;
+    platform::WindowOrder& m_order;
     std::function<void()> m_saveProgramConfig;
 
     // Cancel goes back to the port at opening, unless a test has set another one to use.

@@ -19,6 +19,7 @@ std::filesystem::path choose(QFileDialog::AcceptMode mode, const FileDialogSetup
 {
     QFileDialog dialog(frontWindow());
     dialog.setObjectName(QStringLiteral("fileDialog"));
+    comeUpAboveParent(dialog);
     dialog.setAcceptMode(mode);
     // Any name is taken, that of a missing file too: what a name is good for is the caller's to find out and to tell.
     dialog.setFileMode(QFileDialog::AnyFile);

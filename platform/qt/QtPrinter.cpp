@@ -64,6 +64,7 @@ bool QtPrinter::setFontName(std::string_view family)
 std::optional<int> QtPrinter::askForCopies()
 {
     QPrintDialog dialog(&device(), frontWindow());
+    comeUpAboveParent(dialog);
     dialog.setObjectName(QStringLiteral("printDialog"));
     // Copies that are documents of their own are always collated.
     dialog.setOption(QAbstractPrintDialog::PrintCollateCopies, false);

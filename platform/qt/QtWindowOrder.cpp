@@ -12,7 +12,7 @@ namespace platform {
 namespace {
 
 // Not every system's way shows in the flags of the toolkit.
-constexpr const char* kIsTopmost = "platform_isTopmost";
+constexpr const char* kTopmostNumber = "platform_topmostNumber";
 
 #ifdef Q_OS_WIN
 
@@ -57,13 +57,18 @@ void QtWindowOrder::SetWindowPos(QWidget& window, int insertAfter, unsigned flag
 {
     placeInOrder(window, insertAfter, flags);
     if (insertAfter != kTopOfOrdinaryWindows) {
-        window.setProperty(kIsTopmost, insertAfter == kTopmost);
+        window.setProperty(kTopmostNumber, insertAfter == kTopmost ? ++m_last : 0);
     }
 }
 
 bool isTopmost(const QWidget& window)
 {
-    return window.windowFlags().testFlag(Qt::WindowStaysOnTopHint) || window.property(kIsTopmost).toBool();
+    return window.windowFlags().testFlag(Qt::WindowStaysOnTopHint) || topmostNumber(window) > 0;
+}
+
+int topmostNumber(const QWidget& window)
+{
+    return window.property(kTopmostNumber).toInt();
 }
 
 } // namespace platform

@@ -2,6 +2,7 @@
 
 #include "platform/FileDialogs.h"
 #include "platform/Printer.h"
+#include "platform/qt/WindowOrder.h"
 #include "report/ui/PlacementStore.h"
 #include "report/ui/SummaryBox.h"
 
@@ -23,6 +24,7 @@ struct SummaryServices
     platform::Printer& printer;
     platform::FileDialogs& dialogs;
     PlacementStore& placements;
+    platform::WindowOrder& windowOrder;
     SaveFile saveFile;
     std::filesystem::path programFolder; // where the save dialog starts
 };

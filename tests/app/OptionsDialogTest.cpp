@@ -3,6 +3,7 @@
 #include "app/frmOptions.h"
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
+#include "tests/support/RecordingWindowOrder.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
@@ -56,16 +57,19 @@ struct Options : DeviceLink
     }
 
     app::PortSetup setup;
-    device::DriverConnection setupConnection{link, protocol, port, driver, DeviceLink::window, setup, loggedBoxes};
+    device::DriverConnection setupConnection{link, protocol,           port,  driver,
+                                             pump, DeviceLink::window, setup, loggedBoxes};
     int saved = 0;
     std::string savedPort;
     std::string savedName;
     QWidget window;
+    RecordingWindowOrder order;
     app::frmOptions dialog{link,
                            operations,
                            setupConnection,
                            setup,
                            loggedBoxes,
+                           order,
                            [this] {
                                ++saved;
                                savedPort = setup.portText();

@@ -98,8 +98,8 @@ private slots:
         QVERIFY(frontWindow() == &modal);
     }
 
-    // The splash does not take the focus, so no window of the program is active while it stands alone.
-    void aBoxBelongsToTheSplashWhileThereIsNothingElse()
+    // It goes when a box comes, and would take the box with it.
+    void aBoxNeverBelongsToTheSplash()
     {
         QWidget splash(nullptr, Qt::SplashScreen);
         splash.setAttribute(Qt::WA_ShowWithoutActivating);
@@ -107,9 +107,68 @@ private slots:
         tip.show();
         QVERIFY(frontWindow() == nullptr);
         splash.show();
-        QApplication::setActiveWindow(nullptr); // the test's window system activates every window
-        QVERIFY(QApplication::activeWindow() == nullptr);
-        QCOMPARE(frontWindow(), &splash);
+        splash.activateWindow(); // the test's window system activates every window
+        QVERIFY(frontWindow() == nullptr);
+    }
+
+    // Of several windows on top, the one that the user works in; else the one that came last.
+    void aBoxBelongsToTheFrontOneOfSeveralOnTop()
+    {
+        QDialog first;
+        m_order.SetWindowPos(first, kTopmost, kKeepSizeAndPlace);
+        first.show();
+        QWidget second(nullptr, Qt::Tool);
+        m_order.SetWindowPos(second, kTopmost, kKeepSizeAndPlace);
+        second.show();
+        QWidget ordinary;
+        ordinary.show();
+        ordinary.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&ordinary));
+        QCOMPARE(frontWindow(), &second);
+        first.activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(&first));
+        QCOMPARE(frontWindow(), &first);
+        QDialog modal;
+        m_order.SetWindowPos(modal, kTopmost, kKeepSizeAndPlace);
+        modal.setModal(true);
+        modal.show();
+        first.activateWindow();
+        QCOMPARE(frontWindow(), &modal);
+    }
+
+    void aBoxComesUpAboveAParentThatStaysOnTop()
+    {
+        QDialog ordinary;
+        QDialog box(&ordinary);
+        platform::comeUpAboveParent(box);
+        QVERIFY(!isTopmost(box));
+        QDialog onTop;
+        m_order.SetWindowPos(onTop, kTopmost, kKeepSizeAndPlace);
+        QDialog other(&onTop);
+        platform::comeUpAboveParent(other);
+        QVERIFY(isTopmost(other));
+        QCOMPARE(other.windowType(), Qt::Dialog);
+        QDialog orphan;
+        platform::comeUpAboveParent(orphan);
+        QVERIFY(!isTopmost(orphan));
+    }
+
+    void aWindowComesUpAboveOneThatStaysOnTop()
+    {
+        QDialog onTop;
+        m_order.SetWindowPos(onTop, kTopmost, kKeepSizeAndPlace);
+        QDialog opened;
+        platform::showInFront(opened, m_order);
+        QVERIFY(opened.isVisible());
+        QVERIFY(!isTopmost(opened)); // the other one is hidden
+        onTop.show();
+        platform::showInFront(opened, m_order); // it was open already
+        QVERIFY(opened.isVisible());
+        QVERIFY(isTopmost(opened));
+        opened.hide();
+        onTop.hide();
+        platform::showInFront(opened, m_order);
+        QVERIFY(!isTopmost(opened)); // nobody need be above the windows of other programs any more
     }
 
 private:

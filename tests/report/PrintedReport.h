@@ -51,6 +51,7 @@ inline void printFromWindow(const QByteArray& report, platform::Printer& printer
     report::frmSummary window({.printer = printer,
                                .dialogs = others.dialogs,
                                .placements = others.placements,
+                               .windowOrder = others.windowOrder,
                                .saveFile = others.saveFile,
                                .programFolder = others.programFolder});
     window.open();

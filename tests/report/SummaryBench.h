@@ -1,6 +1,7 @@
 #pragma once
 
 #include "report/ui/frmSummary.h"
+#include "tests/support/RecordingWindowOrder.h"
 #include "tests/support/TestFileDialogs.h"
 #include "tests/support/TestPrinter.h"
 
@@ -58,6 +59,7 @@ struct Bench
     testsupport::TestPrinter printer;
     testsupport::TestFileDialogs dialogs;
     Placements placements;
+    testsupport::RecordingWindowOrder windowOrder;
     bool canSave = true;
     std::vector<Saved> saved;
 
@@ -66,6 +68,7 @@ struct Bench
         return {.printer = printer,
                 .dialogs = dialogs,
                 .placements = placements,
+                .windowOrder = windowOrder,
                 .saveFile =
                     [this](const std::filesystem::path& file, std::string_view bytes) {
                         saved.push_back({file, std::string(bytes)});
