@@ -4,7 +4,13 @@
 #include "platform/qt/FrontWindow.h"
 #include "platform/qt/PathText.h"
 
+#include <QAbstractButton>
+#include <QCoreApplication>
+#include <QLabel>
+#include <QLayout>
 #include <QMessageBox>
+
+#include <algorithm>
 
 namespace platform {
 
@@ -79,11 +85,62 @@ QString textOf(const MessageBox& box)
     return text;
 }
 
+// A box that is as wide as its lines and its title need, as far as the screen has room: a text's lines are given, and
+// notes with indents cannot be read when they are broken again.
+class WholeLinesBox final : public QMessageBox
+{
+public:
+    using QMessageBox::QMessageBox;
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QMessageBox::showEvent(event);
+        fit();
+    }
+    bool event(QEvent* event) override
+    {
+        const bool handled = QMessageBox::event(event);
+        if (event->type() == QEvent::LayoutRequest && isVisible()) {
+            fit();
+        }
+        return handled;
+    }
+
+private:
+    void fit();
+};
+
+void WholeLinesBox::fit()
+{
+    auto* const label = findChild<QLabel*>(QStringLiteral("qt_msgbox_label"));
+    if (label == nullptr) {
+        return;
+    }
+    QFont titleFont = font();
+    titleFont.setBold(true);
+    const QFontMetrics metrics(titleFont);
+    const int roomForButtons = 8 * metrics.height(); // of the title bar, at both its ends
+    const int titleWidth = metrics.horizontalAdvance(windowTitle()) + roomForButtons;
+    const int room = screen()->availableGeometry().width() - 2 * metrics.height();
+    label->setWordWrap(false);
+    layout()->invalidate();
+    const int wanted = std::max(layout()->totalMinimumSize().width(), titleWidth);
+    label->setWordWrap(wanted > room);
+    layout()->invalidate();
+    const int width = std::min(wanted, room);
+    const int height =
+        layout()->hasHeightForWidth() ? layout()->totalHeightForWidth(width) : layout()->totalMinimumSize().height();
+    setFixedSize(width, height);
+    QCoreApplication::removePostedEvents(this, QEvent::LayoutRequest); // its own
+}
+
 } // namespace
 
 BoxAnswer QtMessageBoxes::show(const MessageBox& box)
 {
-    QMessageBox window(frontWindow());
+    WholeLinesBox window(frontWindow());
+    comeUpAboveParent(window);
     window.setObjectName(QStringLiteral("messageBox"));
     window.setTextFormat(Qt::PlainText);
     window.setIcon(iconOf(box.icon));
@@ -92,6 +149,9 @@ BoxAnswer QtMessageBoxes::show(const MessageBox& box)
     window.setStandardButtons(buttonsOf(box.buttons));
     window.setDefaultButton(buttonOf(box.defaultButton));
     window.setEscapeButton(buttonOf(escapeAnswerOf(box.buttons)));
+    for (QAbstractButton* button : window.buttons()) {
+        button->setIcon({}); // a style has pictures for some of them only
+    }
     switch (window.exec()) {
     case QMessageBox::Yes:
         return BoxAnswer::Yes;
