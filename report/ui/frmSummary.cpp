@@ -1,6 +1,7 @@
 #include "report/ui/frmSummary.h"
 
 #include "platform/qt/AnsiText.h"
+#include "platform/qt/FrontWindow.h"
 #include "platform/qt/Spoken.h"
 #include "report/PrintedLines.h"
 
@@ -29,17 +30,16 @@ QPushButton* makeButton(const char* name, const QString& caption, QWidget* paren
     auto* button = new QPushButton(caption, parent);
     button->setObjectName(QLatin1String(name));
     button->setAutoDefault(true); // so that Enter presses the button that has the focus
-    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
+    button->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
     return button;
 }
 
-QSize designedSize(const QWidget& window, const SummaryBox& box)
+QSize designedSize(const SummaryBox& box)
 {
     const QFontMetrics metrics = box.fontMetrics();
     const int edges = 2 * (box.frameWidth() + static_cast<int>(box.document()->documentMargin()));
     const QSize text(metrics.horizontalAdvance(QLatin1Char('0')) * kColumns, metrics.lineSpacing() * kLines);
-    const QSize surroundings(box.verticalScrollBar()->sizeHint().width(), window.minimumSizeHint().height());
-    return text + surroundings + QSize(edges, edges);
+    return text + QSize(edges + box.verticalScrollBar()->sizeHint().width(), edges);
 }
 
 } // namespace
@@ -80,6 +80,9 @@ void frmSummary::buildWindow()
         ReSize1->setColumnStretch(column, 1);
         ++column;
     }
+    // Box and buttons keep their proportion at every size of the window that has room for the captions.
+    ReSize1->setRowStretch(0, designedSize(*txtSummary).height());
+    ReSize1->setRowStretch(1, btnDone->sizeHint().height());
 }
 
 void frmSummary::open()
@@ -88,16 +91,17 @@ void frmSummary::open()
         Form_Load();
     }
     setWindowState(windowState() & ~Qt::WindowMinimized);
-    show();
-    raise();
-    activateWindow();
+    platform::showInFront(*this, m_services.windowOrder);
 }
 
 void frmSummary::Form_Load()
 {
     setWindowState(Qt::WindowNoState);
     const QRect available = screen()->availableGeometry().marginsRemoved(kRoomForFrame);
-    resize(designedSize(*this, *txtSummary).boundedTo(available.size()));
+    const QMargins margins = layout()->contentsMargins();
+    const QSize box = designedSize(*txtSummary);
+    const int belowBox = layout()->spacing() + btnDone->sizeHint().height();
+    resize((box.grownBy(margins) + QSize(0, belowBox)).boundedTo(available.size()));
     move(available.center() - rect().center());
     m_services.placements.restore(*this);
 }

@@ -84,6 +84,24 @@ private slots:
         QVERIFY(text.find("[083][084] 20 / 03       uses: [AltGr] \r\n") != std::string::npos);
     }
 
+    void eachReportHasTheCommentOfItsTable()
+    {
+        MainWindowFixture f;
+        f.start();
+        f.find<QPlainTextEdit>("txtComments_CFG")->setPlainText(QStringLiteral("till four"));
+        f.find<QPlainTextEdit>("txtComments_KB")->setPlainText(QStringLiteral("laid out for Bern"));
+        for (const int tab : {0, int{kKeyboardLanguageTab}}) {
+            f.find<QTabWidget>("SSTab1")->setCurrentIndex(tab);
+            std::string text;
+            withSummary(f, [&] {
+                text = report();
+                pressDone();
+            });
+            QCOMPARE(text.find("till four") != std::string::npos, tab == 0);
+            QCOMPARE(text.find("laid out for Bern") != std::string::npos, tab != 0);
+        }
+    }
+
     // Kept behaviour: after an Update the address list holds second addresses only.
     void keyboardReportAfterAnUpdateLacksTheOddAddresses()
     {

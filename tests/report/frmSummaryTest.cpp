@@ -4,11 +4,13 @@
 
 #include <QApplication>
 #include <QScreen>
+#include <QScrollBar>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
+#include <cstdlib>
 #include <fstream>
 
 using report::frmSummary;
@@ -215,16 +217,95 @@ private slots:
         QTRY_COMPARE(placementOf(open.window), QRect(31, 47, 611, 402));
     }
 
-    void controlsGrowWithTheWindow()
+    // Nothing is saved before the placement was loaded, or the loaded one would be lost.
+    void nothingIsSavedWhileItIsHidden()
     {
         Bench bench;
-        bench.placements.stored = QRect(0, 0, 500, 300);
+        bench.placements.stored = QRect(31, 47, 611, 402);
         OpenWindow open(bench);
+        open.window.setWindowState(Qt::WindowMaximized);
+        open.window.close();
+        bench.placements.asked.clear();
+        open.window.open();
+        QVERIFY(!bench.placements.asked.isEmpty());
+        QCOMPARE(bench.placements.asked.first(), QStringLiteral("restore frmSummary"));
+        open.window.close();
+        bench.placements.asked.clear();
+        open.window.resize(400, 300);
+        open.window.setWindowState(Qt::WindowMaximized);
+        QCOMPARE(bench.placements.asked, QStringList());
+    }
+
+    void controlsKeepTheirProportionWhenTheWindowIsResized()
+    {
+        Bench bench;
+        bench.placements.stored = QRect(0, 0, 500, 600);
+        OpenWindow open(bench);
+        open.window.resize(900, 1100);
+        QTRY_COMPARE(open.window.size(), QSize(900, 1100));
         const QSize box = open.box().size();
-        const int button = open.button("btnDone").width();
-        open.window.resize(700, 500);
-        QTRY_COMPARE(open.box().size(), box + QSize(200, 200));
-        QVERIFY(open.button("btnDone").width() > button);
+        const QSize button = open.button("btnDone").size();
+        for (const double factor : {1.5, 2.0, 0.9}) {
+            const int above = open.window.height() - open.box().height() - open.button("btnDone").height();
+            const QSize size(900, static_cast<int>((box.height() + button.height()) * factor) + above);
+            open.window.resize(size);
+            QTRY_COMPARE(open.window.size(), size);
+            QVERIFY(std::abs(open.box().height() - box.height() * factor) <= 2);
+            for (const char* name : {"btnPrint", "btnSave", "btnDone"}) {
+                QVERIFY(std::abs(open.button(name).height() - button.height() * factor) <= 2);
+            }
+        }
+        const int width = open.button("btnDone").width();
+        open.window.resize(1800, 1100);
+        QTRY_VERIFY(open.button("btnDone").width() > width * 19 / 10);
+        for (const char* name : {"btnPrint", "btnSave"}) {
+            QVERIFY(std::abs(open.button(name).width() - open.button("btnDone").width()) <= 1);
+        }
+    }
+
+    void noCaptionIsCutInASmallWindow()
+    {
+        Bench bench;
+        OpenWindow open(bench);
+        open.window.resize(10, 10);
+        QTRY_COMPARE(open.window.size(), open.window.minimumSizeHint());
+        for (const char* name : {"btnPrint", "btnSave", "btnDone"}) {
+            const QPushButton& button = open.button(name);
+            QVERIFY(button.width() >= button.minimumSizeHint().width());
+            QVERIFY(button.height() >= button.minimumSizeHint().height());
+        }
+    }
+
+    // Its text
+
+    void theEndOfTheReportIsInView()
+    {
+        Bench bench;
+        OpenWindow open(bench);
+        std::string report;
+        for (int line = 0; line < 300; ++line) {
+            report += "line " + std::to_string(line) + "\r\n";
+        }
+        open.window.showReport(QStringLiteral("Configuration Summary"), report);
+        QVERIFY(open.box().textCursor().atEnd());
+        QVERIFY(open.box().viewport()->rect().contains(open.box().cursorRect()));
+        QVERIFY(open.box().verticalScrollBar()->value() >= open.box().verticalScrollBar()->maximum() - 1);
+    }
+
+    void theTextHasTheFocusAtEveryOpening()
+    {
+        Bench bench;
+        OpenWindow open(bench);
+        open.window.showReport(QStringLiteral("Configuration Summary"), "one\r\n");
+        QCOMPARE(open.window.focusWidget(), &open.box());
+        open.button("btnDone").setFocus();
+        open.window.showReport(QStringLiteral("Configuration Summary"), "two\r\n"); // while it is open
+        QCOMPARE(open.window.focusWidget(), &open.box());
+        open.button("btnSave").setFocus();
+        open.window.close();
+        open.window.open();
+        open.window.showReport(QStringLiteral("Configuration Summary"), "three\r\n");
+        QCOMPARE(open.window.focusWidget(), &open.box());
     }
 
     // Closing
