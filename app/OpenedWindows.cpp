@@ -3,6 +3,7 @@
 #include "app/ProgramConfig.h"
 #include "app/frmAbout.h"
 #include "app/frmMain.h"
+#include "platform/qt/FrontWindow.h"
 
 #include <QEventLoop>
 
@@ -45,10 +46,31 @@ OpenedWindows::OpenedWindows(frmMain& window)
                       m_side, window.services().boxes)
     , m_options(
           window.link(), window.operations(), window.connection(), window.portSetup(), window.services().boxes,
+          window.services().windowOrder,
           [&window] { SaveProgramConfig(window.services().settings, window.link(), window.portSetup(), window); },
           &window)
     , m_pleaseWait(window.services().windowOrder, &window)
 {}
+
+void OpenedWindows::showSplash()
+{
+    m_splash = new frmSplash(&m_window);
+    m_splash->showInMiddle();
+}
+
+void OpenedWindows::raiseSplash()
+{
+    if (m_splash) {
+        m_splash->standAboveMainWindow();
+    }
+}
+
+void OpenedWindows::closeSplash()
+{
+    if (m_splash) {
+        m_splash->close();
+    }
+}
 
 void OpenedWindows::showOptions()
 {
@@ -76,9 +98,7 @@ void OpenedWindows::showAbout()
     }
     if (m_about != nullptr) {
         // Closed already, perhaps, while another window's wait keeps the one below from going on.
-        m_about->show();
-        m_about->raise();
-        m_about->activateWindow();
+        platform::showInFront(*m_about, m_window.services().windowOrder);
         return;
     }
     const Services& services = m_window.services();
@@ -87,7 +107,7 @@ void OpenedWindows::showAbout()
     about.Form_Load();
     QEventLoop untilClosed;
     QObject::connect(&about, &frmAbout::unloaded, &untilClosed, &QEventLoop::quit);
-    about.show();
+    platform::showInFront(about, services.windowOrder);
     while (about.isVisible() && untilClosed.exec() == 0) { // no loop runs any more when the program ends
     }
     m_about = nullptr;
@@ -113,6 +133,7 @@ void OpenedWindows::setDeviceInUse(bool inUse)
 
 void OpenedWindows::hideAll()
 {
+    closeSplash();
     m_options.hide();
     if (m_singleField) {
         m_singleField->hide();

@@ -3,7 +3,10 @@
 #include "app/dlgSingleField.h"
 #include "app/frmOptions.h"
 #include "app/frmPleaseWait.h"
+#include "app/frmSplash.h"
 #include "device/SingleSetting.h"
+
+#include <QPointer>
 
 #include <optional>
 
@@ -39,6 +42,13 @@ public:
     OpenedWindows(const OpenedWindows&) = delete;
     OpenedWindows& operator=(const OpenedWindows&) = delete;
 
+    // Before the first step of the start.
+    void showSplash();
+    // The main window is on screen: the splash stands above it for a moment more.
+    void raiseSplash();
+    // Does nothing when it is gone already.
+    void closeSplash();
+
     // While the device is in use neither opens: the options could change the port under the operation.
     void showOptions();
     void showSingleField();
@@ -60,7 +70,8 @@ private:
     frmOptions m_options;
     std::optional<dlgSingleField> m_singleField; // built when it is first opened
     frmPleaseWait m_pleaseWait;
-    frmAbout* m_about = nullptr; // while a call of showAbout() waits for it
+    QPointer<frmSplash> m_splash; // until it is closed; the main window's
+    frmAbout* m_about = nullptr;  // while a call of showAbout() waits for it
 };
 
 } // namespace app

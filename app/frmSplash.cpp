@@ -5,14 +5,17 @@
 #include "app/ProgramText.h"
 #include "app/ProgramVersion.h"
 #include "platform/qt/AnsiText.h"
-#include "platform/qt/ShownWindow.h"
 #include "tables/ui/PlainLabel.h"
 
+#include <QCoreApplication>
+#include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QScreen>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QWindow>
 
 namespace app {
 
@@ -30,14 +33,37 @@ PlainLabel* makeLabel(const char* name, const QFont& font, QWidget* parent)
     return label;
 }
 
+// A click or a key, whoever gets it.
+bool isUsersAct(const QEvent& event)
+{
+    switch (event.type()) {
+    case QEvent::MouseButtonPress:
+    case QEvent::NonClientAreaMouseButtonPress:
+    case QEvent::TouchBegin:
+    case QEvent::ShortcutOverride: // a key that then is somebody's shortcut
+    case QEvent::KeyPress:
+        return true;
+    default:
+        return false;
+    }
+}
+
+bool isWindowThatOpens(const QObject& watched, const QEvent& event)
+{
+    const auto* const widget = qobject_cast<const QWidget*>(&watched);
+    return event.type() == QEvent::Show && widget != nullptr && widget->isWindow() &&
+           widget->windowType() != Qt::ToolTip;
+}
+
 } // namespace
 
-frmSplash::frmSplash(QWidget* parent)
-    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint)
+frmSplash::frmSplash(QWidget* mainWindow)
+    : QWidget(mainWindow, Qt::SplashScreen | Qt::FramelessWindowHint | Qt::WindowDoesNotAcceptFocus)
 {
     setObjectName(QStringLiteral("frmSplash"));
     setWindowTitle(platform::toQString(kProgramTitle));
     setAttribute(Qt::WA_ShowWithoutActivating);
+    setAttribute(Qt::WA_DeleteOnClose);
     auto* Frame1 = new QFrame(this);
     Frame1->setObjectName(QStringLiteral("Frame1"));
     Frame1->setFrameStyle(QFrame::StyledPanel | QFrame::Raised);
@@ -78,7 +104,17 @@ void frmSplash::showInMiddle()
     adjustSize();
     move(screen()->availableGeometry().center() - rect().center());
     show();
-    platform::waitUntilShown(*this);
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+void frmSplash::standAboveMainWindow()
+{
+    // Window managers raise what is shown, but not always what asks to be raised; and a window that belongs to another
+    // one stays above it.
+    hide();
+    windowHandle()->setTransientParent(parentWidget()->windowHandle());
+    show();
+    QTimer::singleShot(kLongestStand, this, &QWidget::close);
 }
 
 void frmSplash::Form_Load()
@@ -114,6 +150,15 @@ void frmSplash::mouseReleaseEvent([[maybe_unused]] QMouseEvent* event)
 void frmSplash::keyPressEvent([[maybe_unused]] QKeyEvent* event)
 {
     Form_KeyPress();
+}
+
+bool frmSplash::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool isOwn = watched == this || watched == parentWidget();
+    if (isUsersAct(*event) || (!isOwn && isWindowThatOpens(*watched, *event))) {
+        close();
+    }
+    return false;
 }
 
 } // namespace app

@@ -2,6 +2,7 @@
 
 #include "app/frmAbout.h"
 #include "app/frmOptions.h"
+#include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
@@ -10,6 +11,8 @@
 #include <QApplication>
 #include <QScrollBar>
 #include <QSignalSpy>
+#include <QTimer>
+#include <QWindow>
 
 using namespace testsupport;
 using platform::BoxAnswer;
@@ -29,6 +32,23 @@ QWidget* windowNamed(const char* name)
     }
     return nullptr;
 }
+
+// The windows in the order in which they were shown.
+class ShownNames final : public QObject
+{
+public:
+    ShownNames() { QCoreApplication::instance()->installEventFilter(this); }
+    QStringList names;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override
+    {
+        if (event->type() == QEvent::Show && watched->isWidgetType() && static_cast<QWidget*>(watched)->isWindow()) {
+            names << watched->objectName();
+        }
+        return false;
+    }
+};
 
 bool isShown(const char* name)
 {
@@ -72,28 +92,68 @@ class OpenedWindowsTest final : public QObject
 private slots:
     // --- Start-up ---
 
-    void theSplashStandsWhileTheProgramStarts()
+    void theSplashComesBeforeTheFirstStepAndStaysAboveTheMainWindow()
     {
         MainWindowFixture f;
         QVERIFY(QFile::remove(f.driverFile()));
         bool splash = false;
         bool mainWindow = true;
-        f.boxes.expect(BoxAnswer::Ok, [&] {
+        f.boxes.expect(BoxAnswer::Ok, [&] { // in the first step
             splash = isShown("frmSplash");
             mainWindow = isShown("frmMain");
         });
+        const ShownNames shown;
         f.start();
         QVERIFY(splash);
         QVERIFY(!mainWindow);
-        QVERIFY(!isShown("frmSplash"));
+        QVERIFY(isShown("frmSplash"));
         QVERIFY(isShown("frmMain"));
+        QCOMPARE(shown.names, QStringList({"frmSplash", "frmMain", "frmSplash"})); // what is shown last is above
+        QCOMPARE(windowNamed("frmSplash")->windowHandle()->transientParent(), f.window->windowHandle());
         QVERIFY(windowNamed("frmAbout") == nullptr); // the check is its own, but shows no box
     }
 
-    void nothingIsOpenAtFirst()
+    void theSplashGoesWhenABoxOpens()
+    {
+        MainWindowFixture f;
+        f.start();
+        QVERIFY(isShown("frmSplash"));
+        platform::QtMessageBoxes boxes(QStringLiteral("Teslin Configure"));
+        bool wasGone = false;
+        QTimer::singleShot(0, f.window.get(), [&] {
+            wasGone = !isShown("frmSplash");
+            QApplication::activeModalWidget()->close();
+        });
+        boxes.show({.text = "no driver"});
+        QVERIFY(wasGone);
+    }
+
+    void theSplashIsGoneBeforeAStartInTheReadTest()
+    {
+        MainWindowFixture f;
+        bool opened = false;
+        bool wasGone = false;
+        f.driver.onOpen = [&] {
+            opened = true;
+            wasGone = !isShown("frmSplash");
+        };
+        f.start("R");
+        QVERIFY(opened && wasGone);
+    }
+
+    void theSplashGoesWithTheMainWindow()
+    {
+        MainWindowFixture f;
+        f.start();
+        QVERIFY(isShown("frmSplash"));
+        QVERIFY(f.window->close());
+        QVERIFY(!isShown("frmSplash"));
+    }
+
+    void nothingElseIsOpenAtFirst()
     {
         Program p;
-        for (const char* name : {"frmSplash", "frmOptions", "dlgSingleField", "frmAbout", "frmPleaseWait"}) {
+        for (const char* name : {"frmOptions", "dlgSingleField", "frmAbout", "frmPleaseWait", "frmSummary"}) {
             QVERIFY2(!isShown(name), name);
         }
         QVERIFY(p.windowOrder.calls.isEmpty());
@@ -238,6 +298,19 @@ private slots:
         QVERIFY(isShown("frmOptions"));
         QCOMPARE(windowNamed("frmOptions")->windowModality(), Qt::WindowModal);
         QCOMPARE(windowNamed("frmOptions")->parentWidget(), p.window.get());
+    }
+
+    void optionsAreCentredAtEveryOpening()
+    {
+        Program p;
+        for (int opening = 0; opening < 3; ++opening) {
+            p.choose("mnuOptions");
+            const QWidget& dialog = *windowNamed("frmOptions");
+            QVERIFY(dialog.frameGeometry() != dialog.geometry()); // or nothing is tested here
+            const QPoint off = dialog.frameGeometry().center() - dialog.screen()->availableGeometry().center();
+            QVERIFY2(off.manhattanLength() <= 2, qPrintable(QStringLiteral("%1, %2").arg(off.x()).arg(off.y())));
+            p.click("cmdCancel");
+        }
     }
 
     void testByNameOnALiveAndOnADeadLink()

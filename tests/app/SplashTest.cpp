@@ -6,11 +6,36 @@
 #include "tests/support/RunnableTest.h"
 #include "tests/support/SlowScreen.h"
 
+#include <QDialog>
+#include <QElapsedTimer>
 #include <QLabel>
+#include <QPointer>
+#include <QPushButton>
 #include <QTest>
+#include <QTimer>
+
+#include <memory>
 
 using app::frmSplash;
 using testsupport::SlowScreen;
+
+namespace {
+
+// The splash of a program with a window that has one button.
+struct Shown
+{
+    Shown()
+    {
+        main->show();
+        splash->showInMiddle();
+    }
+
+    std::unique_ptr<QWidget> main = std::make_unique<QWidget>();
+    QPushButton& button = *new QPushButton(main.get());
+    QPointer<frmSplash> splash = new frmSplash(main.get());
+};
+
+} // namespace
 
 class SplashTest final : public QObject
 {
@@ -20,8 +45,8 @@ private slots:
     // kb-for-windows
     void itNamesProgramMakerVersionAndPart()
     {
-        frmSplash splash;
-        splash.showInMiddle();
+        const Shown shown;
+        const frmSplash& splash = *shown.splash;
         QVERIFY(splash.isVisible());
         const auto textOf = [&splash](const char* name) {
             return splash.findChild<QLabel*>(QLatin1String(name))->text();
@@ -46,50 +71,50 @@ private slots:
 
     void itNeitherBlocksNorTakesTheFocus()
     {
-        frmSplash splash;
-        QVERIFY(!splash.isModal());
-        QVERIFY(splash.testAttribute(Qt::WA_ShowWithoutActivating));
-        QVERIFY(!splash.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+        const Shown shown;
+        QVERIFY(!shown.splash->isModal());
+        QVERIFY(shown.splash->testAttribute(Qt::WA_ShowWithoutActivating));
+        QVERIFY(shown.splash->windowFlags().testFlag(Qt::WindowDoesNotAcceptFocus));
+        QVERIFY(!shown.splash->windowFlags().testFlag(Qt::WindowStaysOnTopHint));
     }
 
-    void itIsPaintedBeforeTheStartGoesOn()
-    {
-        const SlowScreen screen(SlowScreen::ShowsLater);
-        frmSplash splash;
-        splash.showInMiddle();
-        QVERIFY(screen.painted().contains("lblProductName"));
-        QVERIFY(splash.isVisible());
-    }
-
-    // As on a desktop that the user is not looking at.
-    void theStartGoesOnWhenItCannotBePainted()
+    // The start goes on at once, whether or not the screen shows it.
+    void nothingWaitsForIt()
     {
         const SlowScreen screen(SlowScreen::ShowsNever);
-        frmSplash splash;
-        splash.showInMiddle();
+        QElapsedTimer timer;
+        timer.start();
+        const Shown shown;
+        QVERIFY2(timer.elapsed() < 400, qPrintable(QString::number(timer.elapsed())));
         QCOMPARE(screen.painted(), QStringList());
-        QVERIFY(splash.isVisible());
+        QVERIFY(shown.splash->isVisible());
     }
 
-    void anyClickClosesIt_data()
+    void aClickAnywhereClosesItAndDoesWhatItDoesBesides_data()
     {
         QTest::addColumn<QByteArray>("name");
         for (const char* name : {"frmSplash", "Frame1", "imgLogo", "lblCompanyProduct", "lblPartNum", "lblPlatform",
-                                 "lblProductName", "lblVersion", "lblWarning", "lblCopyright"}) {
+                                 "lblProductName", "lblVersion", "lblWarning", "lblCopyright", "aButtonOfTheProgram"}) {
             QTest::newRow(name) << QByteArray(name);
         }
     }
-    void anyClickClosesIt()
+    void aClickAnywhereClosesItAndDoesWhatItDoesBesides()
     {
         QFETCH(QByteArray, name);
-        frmSplash splash;
-        splash.showInMiddle();
-        QWidget* clicked = name == "frmSplash" ? &splash : splash.findChild<QWidget*>(QLatin1String(name));
+        Shown shown;
+        int clicks = 0;
+        connect(&shown.button, &QPushButton::clicked, this, [&clicks] { ++clicks; });
+        const bool isButton = name == "aButtonOfTheProgram";
+        QWidget* clicked = isButton              ? &shown.button
+                           : name == "frmSplash" ? shown.splash.data()
+                                                 : shown.splash->findChild<QWidget*>(QLatin1String(name));
         QTest::mouseClick(clicked, Qt::LeftButton);
-        QVERIFY(!splash.isVisible());
+        QVERIFY(!shown.splash || !shown.splash->isVisible());
+        QCOMPARE(clicks, isButton ? 1 : 0);
+        QTRY_VERIFY(shown.splash.isNull());
     }
 
-    void anyKeyClosesIt_data()
+    void aKeyAnywhereClosesItAndDoesWhatItDoesBesides_data()
     {
         QTest::addColumn<int>("key");
         QTest::newRow("a letter") << int{Qt::Key_A};
@@ -97,13 +122,48 @@ private slots:
         QTest::newRow("Escape") << int{Qt::Key_Escape};
         QTest::newRow("blank") << int{Qt::Key_Space};
     }
-    void anyKeyClosesIt()
+    void aKeyAnywhereClosesItAndDoesWhatItDoesBesides()
     {
         QFETCH(int, key);
-        frmSplash splash;
-        splash.showInMiddle();
-        QTest::keyClick(&splash, Qt::Key(key));
-        QVERIFY(!splash.isVisible());
+        for (const bool onSplash : {true, false}) {
+            Shown shown;
+            int presses = 0;
+            connect(&shown.button, &QPushButton::clicked, this, [&presses] { ++presses; });
+            QTest::keyClick(onSplash ? static_cast<QWidget*>(shown.splash) : &shown.button, Qt::Key(key));
+            QVERIFY(!shown.splash || !shown.splash->isVisible());
+            QCOMPARE(presses, !onSplash && key == Qt::Key_Space ? 1 : 0);
+        }
+    }
+
+    void everyOtherWindowClosesIt()
+    {
+        const Shown shown;
+        QDialog box(shown.main.get());
+        box.show();
+        QVERIFY(!shown.splash || !shown.splash->isVisible());
+    }
+
+    void theMainWindowAndToolTipsLeaveIt()
+    {
+        const Shown shown;
+        shown.main->hide();
+        shown.main->show();
+        QWidget tip(shown.main.get(), Qt::ToolTip);
+        tip.show();
+        QVERIFY(shown.splash && shown.splash->isVisible());
+    }
+
+    void itGoesByItselfAWhileAfterTheMainWindowCame()
+    {
+        QCOMPARE(frmSplash::kLongestStand.count(), 1500);
+        const Shown shown;
+        QElapsedTimer timer;
+        timer.start();
+        shown.splash->standAboveMainWindow();
+        const int limit = 10 * static_cast<int>(frmSplash::kLongestStand.count());
+        QTRY_VERIFY_WITH_TIMEOUT(shown.splash.isNull(), limit);
+        QVERIFY2(timer.elapsed() >= frmSplash::kLongestStand.count() * 9 / 10, // a timer may be 5 % early
+                 qPrintable(QString::number(timer.elapsed())));
     }
 
     void thePictureComesInTheUsualSizes()
