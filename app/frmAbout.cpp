@@ -33,6 +33,8 @@ constexpr std::array<std::string_view, 3> kDriverFiles = {
     R"(C:\Windows\system32\drivers\Teslin.sys)", // 2000 and later
 };
 constexpr int kPictureSize = 96; // logical pixels
+constexpr int kLineSpacing = 4;
+constexpr int kButtonSpacing = 8;
 
 bool isFile(const platform::DosNames& names, std::string_view dosName)
 {
@@ -84,6 +86,7 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     large.setBold(true);
     lblTitle->setFont(large);
     auto* texts = new QVBoxLayout;
+    texts->setSpacing(kLineSpacing); // inside a grid with two spacings a column has none of its own
     texts->addWidget(lblTitle);
     texts->addWidget(makeLabel("lblVersion", {}, this));
     texts->addWidget(makeLabel("lblPartNumber", {}, this));
@@ -100,10 +103,12 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     platform::setSpoken(*cmdOK, tr("Closes this box"));
     platform::setSpoken(*cmdSysInfo, tr("Starts the system's own information program"));
     auto* buttons = new QVBoxLayout;
+    buttons->setSpacing(kButtonSpacing);
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdSysInfo);
 
     auto* notices = new QVBoxLayout;
+    notices->setSpacing(kLineSpacing);
     notices->addWidget(makeLabel("Label1", kLegalNotice, this));
     notices->addWidget(makeLabel("lblDisclaimer", "All rights reserved", this));
     notices->addWidget(makeLabel("SysInfo", platform::toAnsi(systemInformation()), this));

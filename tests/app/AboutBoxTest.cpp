@@ -86,6 +86,23 @@ private slots:
         }
     }
 
+    void nothingInItTouches()
+    {
+        About a;
+        a.open();
+        const auto gapBelow = [&a](const char* upper, const char* lower) {
+            const QRect above = a.box.findChild<QWidget*>(QLatin1String(upper))->geometry();
+            const QRect below = a.box.findChild<QWidget*>(QLatin1String(lower))->geometry();
+            return below.top() - above.bottom() - 1;
+        };
+        QVERIFY(gapBelow("cmdOK", "cmdSysInfo") >= 6);
+        for (const auto& [upper, lower] :
+             {std::pair("lblTitle", "lblVersion"), std::pair("lblVersion", "lblPartNumber"),
+              std::pair("Label1", "lblDisclaimer"), std::pair("lblDisclaimer", "SysInfo")}) {
+            QVERIFY2(gapBelow(upper, lower) >= 3, lower);
+        }
+    }
+
     void okEnterAndEscapeCloseIt_data()
     {
         QTest::addColumn<int>("key");
