@@ -2,8 +2,10 @@
 
 #include "platform/qt/Spoken.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
+#include <QScrollBar>
+
+#include <algorithm>
 
 namespace app {
 
@@ -34,14 +36,15 @@ TablePage::TablePage(tables::ParamTable& table, const QString& gridName, const Q
     m_editColumn->addWidget(commentsTitle);
     m_editColumn->addWidget(m_comments);
 
-    auto* row = new QHBoxLayout(this);
-    row->addWidget(m_grid, 3);
-    row->addLayout(m_editColumn, 2);
+    m_row = new QHBoxLayout(this);
+    m_row->addWidget(m_grid, 3);
+    m_row->addLayout(m_editColumn, 2);
 }
 
 void TablePage::setEditor(QWidget* editor)
 {
-    m_editColumn->insertWidget(0, editor, 1);
+    m_pane = new EditorPane(*editor, this);
+    m_editColumn->insertWidget(0, m_pane, 1);
     // The editor's controls came last of all in the window. They belong between grid and comments, in their own order.
     QWidget* before = m_grid;
     for (QWidget* control : editor->findChildren<QWidget*>()) {
@@ -50,6 +53,22 @@ void TablePage::setEditor(QWidget* editor)
             before = control;
         }
     }
+    // Another row begins at its top.
+    connect(m_grid, &tables::ParamGrid::rowCurrentChanged, m_pane,
+            [this] { m_pane->verticalScrollBar()->setValue(0); });
+}
+
+// The column has two fifths of the width, and in a small window up to two thirds before its editor must be scrolled
+// sideways.
+void TablePage::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    const int room = m_pane != nullptr ? m_pane->sizeHint().width() : 0;
+    const QMargins margins = m_row->contentsMargins();
+    const int both = width() - margins.left() - margins.right() - m_row->spacing();
+    const int column = std::max(both * 2 / 5, std::min(room, both * 2 / 3));
+    m_row->setStretch(0, both - column);
+    m_row->setStretch(1, column);
 }
 
 } // namespace app

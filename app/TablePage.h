@@ -1,7 +1,9 @@
 #pragma once
 
+#include "app/EditorPane.h"
 #include "tables/ui/ParamGrid.h"
 
+#include <QHBoxLayout>
 #include <QPlainTextEdit>
 #include <QVBoxLayout>
 #include <QWidget>
@@ -25,10 +27,15 @@ public:
     // Puts the field editor into its place; the page owns it then.
     void setEditor(QWidget* editor);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
     tables::ParamGrid* m_grid = nullptr;
     QPlainTextEdit* m_comments = nullptr;
     QVBoxLayout* m_editColumn = nullptr;
+    QHBoxLayout* m_row = nullptr; // the grid, and the column beside it
+    EditorPane* m_pane = nullptr;
 };
 
 } // namespace app

@@ -5,6 +5,7 @@
 #include "tables/HexText.h"
 
 #include <QGuiApplication>
+#include <QPoint>
 #include <QScreen>
 
 #include <algorithm>
@@ -21,6 +22,10 @@ std::string sectionOf(const QString& formName)
     return "Select_Window_" + platform::toAnsi(formName);
 }
 
+constexpr QMargins kUsualFrame(8, 32, 8, 8);
+constexpr int kReachableWidth = 100; // of a title bar, in logical pixels
+constexpr int kTitleBarHeight = 24;  // where the window system has not told it yet, or has none
+
 // The leading number of a text, kept within what a screen could ever be.
 int boundedNumber(std::string_view text)
 {
@@ -36,24 +41,91 @@ int stateOf(const QWidget& form)
     return form.isMaximized() ? kMaximisedWindow : kNormalWindow;
 }
 
-void placeOnScreen(QWidget& form, const QRect& placement)
+QMargins frameOf(const QWidget& form)
 {
-    const QScreen* screen = QGuiApplication::screenAt(placement.center());
-    if (screen == nullptr) {
-        screen = QGuiApplication::primaryScreen();
+    const QRect outer = form.frameGeometry();
+    const QRect inner = form.geometry();
+    return {inner.left() - outer.left(), inner.top() - outer.top(), outer.right() - inner.right(),
+            outer.bottom() - inner.bottom()};
+}
+
+QList<QRect> screensFrom(const QWidget& form)
+{
+    QList<QRect> screens{form.screen()->availableGeometry()};
+    for (const QScreen* screen : QGuiApplication::screens()) {
+        if (screen != form.screen()) {
+            screens << screen->availableGeometry();
+        }
     }
-    const QRect available = screen->availableGeometry();
-    const QSize frame = form.frameSize() - form.size();
-    const QSize size = placement.size().boundedTo(available.size() - frame).expandedTo(form.minimumSizeHint());
-    const QPoint lowest = available.topLeft();
-    const QPoint highest = lowest + QPoint(available.width() - frame.width() - size.width(),
-                                           available.height() - frame.height() - size.height());
-    form.resize(size);
-    form.move(std::max(lowest.x(), std::min(placement.x(), highest.x())),
-              std::max(lowest.y(), std::min(placement.y(), highest.y())));
+    return screens;
+}
+
+// Wide enough and high enough to be taken hold of.
+bool canBeReached(const QRect& titleBar, const QList<QRect>& screens)
+{
+    return std::any_of(screens.begin(), screens.end(), [&titleBar](const QRect& screen) {
+        const QRect seen = screen.intersected(titleBar);
+        return seen.width() >= std::min(kReachableWidth, titleBar.width()) && 2 * seen.height() > titleBar.height();
+    });
+}
+
+int distance(const QRect& screen, QPoint point)
+{
+    const QPoint nearest(std::clamp(point.x(), screen.left(), screen.right()),
+                         std::clamp(point.y(), screen.top(), screen.bottom()));
+    return (point - nearest).manhattanLength();
+}
+
+// Moved and made smaller until the window with its frame is within the area.
+QRect within(const QRect& area, const QRect& wanted, const QMargins& frame, const QSize& smallest)
+{
+    const QSize frameSize(frame.left() + frame.right(), frame.top() + frame.bottom());
+    const QSize size = wanted.size().boundedTo(area.size() - frameSize).expandedTo(smallest);
+    const QPoint highest = area.topLeft() + QPoint(area.width() - frameSize.width() - size.width(),
+                                                   area.height() - frameSize.height() - size.height());
+    return {QPoint(std::max(area.left(), std::min(wanted.x(), highest.x())),
+                   std::max(area.top(), std::min(wanted.y(), highest.y()))),
+            size};
+}
+
+void put(QWidget& form, const QRect& place)
+{
+    form.resize(place.size());
+    form.move(place.topLeft());
 }
 
 } // namespace
+
+QRect reachablePlace(const QRect& wanted, const QMargins& frame, const QSize& smallest, const QList<QRect>& screens)
+{
+    QRect all;
+    for (const QRect& screen : screens) {
+        all |= screen;
+    }
+    const QRect outer(wanted.topLeft(), wanted.size().grownBy(frame));
+    const QRect titleBar(outer.topLeft(), QSize(outer.width(), std::max(frame.top(), kTitleBarHeight)));
+    const bool fits = outer.width() <= all.width() && outer.height() <= all.height();
+    if (fits && canBeReached(titleBar, screens)) {
+        return {wanted.topLeft(), wanted.size().expandedTo(smallest)};
+    }
+    const auto nearest =
+        std::min_element(screens.begin(), screens.end(), [&outer](const QRect& one, const QRect& other) {
+            return distance(one, outer.center()) < distance(other, outer.center());
+        });
+    return within(*nearest, wanted, frame, smallest);
+}
+
+void leaveRoomForFrame(QWidget& form)
+{
+    const QSize most = form.screen()->availableGeometry().marginsRemoved(kUsualFrame).size();
+    form.resize(form.size().boundedTo(most).expandedTo(form.minimumSizeHint()));
+}
+
+void fitOntoScreen(QWidget& form)
+{
+    put(form,
+        within(form.screen()->availableGeometry(), {form.pos(), form.size()}, frameOf(form), form.minimumSizeHint()));
+}
 
 void LoadWindowPlacement(const platform::ProfileStrings& settings, const QString& formName, int& left, int& top,
                          int& width, int& height, int& state, bool& found)
@@ -87,7 +159,8 @@ void SaveWindowPlacement(platform::ProfileStrings& settings, const QWidget& form
     const std::string section = sectionOf(form.objectName());
     const int state = stateOf(form);
     // pos() and size() are what move() and resize() take, so a window does not creep by its frame at each start.
-    const QRect place = state == kNormalWindow ? QRect(form.pos(), form.size()) : NormalPlacement::lastOf(form);
+    const bool isNormal = state == kNormalWindow && !form.isFullScreen();
+    const QRect place = isNormal ? QRect(form.pos(), form.size()) : NormalPlacement::lastOf(form);
     const QString placement =
         QStringLiteral("%1,%2,%3,%4").arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height());
     const platform::ProfileStrings::Together together(settings);
@@ -107,7 +180,7 @@ bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form)
     LoadWindowPlacement(settings, form.objectName(), left, top, width, height, ignoredState, found);
     NormalPlacement& normalPlacement = NormalPlacement::of(form);
     if (found) {
-        placeOnScreen(form, {left, top, width, height});
+        put(form, reachablePlace({left, top, width, height}, frameOf(form), form.minimumSizeHint(), screensFrom(form)));
         normalPlacement.take();
     }
     return found;

@@ -7,7 +7,6 @@
 #include "app/UnsavedQuestion.h"
 #include "app/WindowPlacement.h"
 #include "app/frmAbout.h"
-#include "app/frmSplash.h"
 #include "device/Commands.h"
 #include "platform/ReplaceFile.h"
 #include "platform/qt/AnsiText.h"
@@ -21,6 +20,7 @@
 #include <QTabBar>
 #include <QToolButton>
 
+#include <algorithm>
 #include <utility>
 
 namespace app {
@@ -59,13 +59,15 @@ frmMain::frmMain(const Services& services)
     , m_editor_KB(new tables::KeyboardLanguageEditor(m_live_KB, m_session, m_side_KB, m_linkSide, services.boxes,
                                                      m_face.page_KB))
     , m_protocol(m_link, m_operations, services.MSComm1, services.events, m_linkSide, services.boxes, m_tables)
-    , m_connection(m_link, m_protocol, services.MSComm1, services.driver, m_linkSide, m_portSetup, services.boxes)
+    , m_connection(m_link, m_protocol, services.MSComm1, services.driver, services.events, m_linkSide, m_portSetup,
+                   services.boxes)
     , m_transfer(m_link, m_operations, m_protocol, m_connection, services.MSComm1, m_linkSide, m_linkSide, m_tables)
     , m_readTest(m_link, m_protocol, m_connection, services.MSComm1, services.events, m_linkSide, m_linkSide)
     , m_placementSide(services.settings)
     , m_summary({.printer = services.printer,
                  .dialogs = services.fileDialogs,
                  .placements = m_placementSide,
+                 .windowOrder = services.windowOrder,
                  .saveFile =
                      [this](const std::filesystem::path& file, std::string_view bytes) {
                          return bool(platform::replaceFile(file, bytes, m_services.settings.folder()));
@@ -78,6 +80,7 @@ frmMain::frmMain(const Services& services)
     m_face.page_CFG->setEditor(m_editor_CFG);
     m_face.page_KB->setEditor(m_editor_KB);
     m_face.SSTab1->tabBar()->installEventFilter(this);
+    resize(width(), std::max(height(), sizeHint().height())); // no row's editor need be scrolled
     connectEverything();
 }
 
@@ -168,24 +171,28 @@ void frmMain::Form_Load()
     if (m_services.tickMilliseconds > 0) {
         Timer1.start(m_services.tickMilliseconds);
     }
-    frmSplash splash;
-    splash.showInMiddle();
+    m_openedWindows.showSplash();
     frmAbout::KSD_Driver_Is_Installed(m_services.dosNames, m_services.boxes, m_services.beep);
     m_link.PortNumber = 0;
     GetProgramConfig(m_services.settings, m_link, m_portSetup);
-    restorePlacement(m_services.settings, *this); // so that it does not appear elsewhere first
+    if (!restorePlacement(m_services.settings, *this)) { // so that it does not appear elsewhere first
+        leaveRoomForFrame(*this);
+    }
     show();
     platform::waitUntilShown(*this);
-    splash.close(); // left standing, it would take the user's first click
     showNormal();
+    if (!restorePlacement(m_services.settings, *this)) {
+        fitOntoScreen(*this);
+    }
+    m_openedWindows.raiseSplash();
     activateWindow(); // nobody else gives it the keyboard where no window manager runs
-    restorePlacement(m_services.settings, *this);
     Hide_All();
     // Kept behaviour kb-defaults-at-start: the reader is not asked, so the tables start with the factory values.
     buildTables();
     m_face.page_CFG->grid().setFocus(); // not the toolbar, where a blank would start a Retrieve
     // Kept behaviour kb-command-letter: whatever else the argument is, a file name too.
     if (!m_services.commandLine.empty() && (m_services.commandLine[0] == 'R' || m_services.commandLine[0] == 'r')) {
+        m_openedWindows.closeSplash(); // the first card may come at once
         m_face.SSTab1->setCurrentIndex(tables::kReadTestTab);
     }
     m_session.EditState = tables::EditSession::kEditing;

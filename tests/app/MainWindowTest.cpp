@@ -361,9 +361,31 @@ private slots:
     {
         MainWindowFixture f;
         f.tickMilliseconds = 0; // nothing else wakes the wait
+        // The splash is shown a second time, above the window, when the wait is over.
+        class SplashWatch final : public QObject
+        {
+        public:
+            explicit SplashWatch(const MainWindowFixture& fixture)
+                : m_fixture(fixture)
+            {
+                QCoreApplication::instance()->installEventFilter(this);
+            }
+            QList<bool> wasOnScreen;
+
+        private:
+            bool eventFilter(QObject* watched, QEvent* event) override
+            {
+                if (event->type() == QEvent::Show && watched->objectName() == QLatin1String("frmSplash")) {
+                    wasOnScreen << m_fixture.window->testAttribute(Qt::WA_Mapped);
+                }
+                return false;
+            }
+            const MainWindowFixture& m_fixture;
+        };
+        const SplashWatch watch(f);
         const SlowScreen screen(SlowScreen::ShowsLater);
         f.start();
-        QVERIFY(screen.painted().contains("frmMain"));
+        QCOMPARE(watch.wasOnScreen, QList<bool>({false, true}));
     }
 
     void unusablePlacementLeavesTheDesignedSize_data()

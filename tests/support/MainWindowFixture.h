@@ -57,16 +57,19 @@ public:
                                                               .printer = printer,
                                                               .clock = clock,
                                                               .beep = beep,
-                                                              .events = events,
+                                                              .events = *pump,
                                                               .settings = *settings,
                                                               .dosNames = *dosNames,
                                                               .registry = registry,
                                                               .programs = programs,
-                                                              .windowOrder = windowOrder,
+                                                              .windowOrder = *order,
                                                               .programFolder = platform::toPath(folder.path()),
                                                               .commandLine = std::move(commandLine),
                                                               .tickMilliseconds = tickMilliseconds});
         window->Form_Load();
+        // The window system of the tests gives the keyboard to every window that is shown, the splash too; what asks
+        // for it back comes with the next events.
+        (void)QTest::qWaitFor([this] { return window->isActiveWindow() || !window->isVisible(); }, 1000);
         return *window;
     }
 
@@ -120,9 +123,11 @@ public:
     FixedClock clock;
     CountingBeep beep;
     platform::QtEventPump events;
+    platform::EventPump* pump = &events; // or one of the test's
     FakeRegistry registry;
     RecordingStart programs;
     RecordingWindowOrder windowOrder;
+    platform::WindowOrder* order = &windowOrder; // or one of the test's
     std::unique_ptr<platform::DosNames> dosNames;
     std::unique_ptr<platform::ProfileStrings> settings;
     std::unique_ptr<app::frmMain> window;
