@@ -177,7 +177,7 @@ void lookAtOptions(const QWidget& window, const Painted& painted, Complaints& co
 void lookAtOutlines(const QWidget& window, const Painted& painted, Complaints& complaints)
 {
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
-        if (!isLooked(*widget)) {
+        if (widget->window() != &window || !isLooked(*widget)) {
             continue;
         }
         QRect box = widget->rect();
@@ -232,7 +232,7 @@ void lookAtTexts(const QWidget& window, const Painted& painted, Complaints& comp
         }
     };
     for (const QWidget* widget : window.findChildren<QWidget*>()) {
-        if (!isLooked(*widget)) {
+        if (widget->window() != &window || !isLooked(*widget)) {
             continue;
         }
         if (const auto* label = qobject_cast<const QLabel*>(widget)) {
