@@ -17,7 +17,7 @@ if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
         target_compile_options(teslin_options INTERFACE -Wno-restrict)
         # The cross compiler does so with its headers precompiled, and calls it an overflow.
         if(MINGW)
-            target_compile_options(teslin_options INTERFACE -Wno-stringop-overflow)
+            target_compile_options(teslin_options INTERFACE -Wno-stringop-overflow -Wno-array-bounds)
         endif()
     endif()
 elseif(MSVC)
