@@ -3,7 +3,6 @@
 #include "platform/DosNames.h"
 #include "platform/Registry.h"
 #include "platform/StartProgram.h"
-#include "platform/windows/RegistryKey.h"
 #include "platform/windows/Windows.h"
 #include "tests/platform/TestFiles.h"
 #include "tests/support/RunnableTest.h"
@@ -11,22 +10,6 @@
 #include <QTest>
 
 using namespace platform;
-
-namespace {
-
-// Opens of keys as they were asked for, and what is said to the first ones.
-std::vector<REGSAM> askedAccess;
-std::vector<LSTATUS> answers;
-
-LSTATUS WINAPI openByOrder(HKEY /*root*/, LPCWSTR /*name*/, DWORD /*options*/, REGSAM access, PHKEY key)
-{
-    askedAccess.push_back(access);
-    const LSTATUS answer = answers.at(askedAccess.size() - 1);
-    *key = nullptr;
-    return answer;
-}
-
-} // namespace
 
 class SystemCallsTest final : public QObject
 {
@@ -134,56 +117,6 @@ private slots:
         QVERIFY(!hasLarge);
         QVERIFY(!registry->read(kCurrentUser, key, "text")); // the key is gone
         QVERIFY(!registry->read(kLocalMachine, R"(SOFTWARE\Brennic\No such key)", "PATH"));
-    }
-
-    // All rights first, as ever; an ordinary user, who does not have them, reads all the same.
-    void aKeyIsOpenedWithAllRightsOrElseForReading_data()
-    {
-        QTest::addColumn<QList<long>>("said");
-        QTest::addColumn<QList<uint>>("access");
-        QTest::newRow("granted") << QList<long>{ERROR_SUCCESS} << QList<uint>{0x2003F};
-        QTest::newRow("refused at first")
-            << QList<long>{ERROR_ACCESS_DENIED, ERROR_SUCCESS} << QList<uint>{0x2003F, KEY_READ};
-        QTest::newRow("refused twice") << QList<long>{ERROR_ACCESS_DENIED, ERROR_ACCESS_DENIED}
-                                       << QList<uint>{0x2003F, KEY_READ};
-        QTest::newRow("not there") << QList<long>{ERROR_FILE_NOT_FOUND} << QList<uint>{0x2003F};
-    }
-    void aKeyIsOpenedWithAllRightsOrElseForReading()
-    {
-        QFETCH(QList<long>, said);
-        QFETCH(QList<uint>, access);
-        askedAccess.clear();
-        answers.assign(said.begin(), said.end());
-        const RegistryKey key(HKEY_LOCAL_MACHINE, L"Software", &openByOrder);
-        QCOMPARE((QList<uint>(askedAccess.begin(), askedAccess.end())), access);
-    }
-
-    // A text with variables comes as it is stored; what the machine's code page is does not matter.
-    void aTextWithVariablesIsReadAsItIs()
-    {
-        constexpr std::uint32_t kCurrentUser = 0x80000001;
-        const wchar_t* const key = L"Software\\Brennic\\SystemCallsTest2";
-        const wchar_t text[] = L"%SystemRoot%\\L\x00E4ser \x20AC \x4E2D";
-        HKEY handle = nullptr;
-        QCOMPARE(::RegCreateKeyW(HKEY_CURRENT_USER, key, &handle), LSTATUS{ERROR_SUCCESS});
-        QCOMPARE(
-            ::RegSetValueExW(handle, L"folder", 0, REG_EXPAND_SZ, reinterpret_cast<const BYTE*>(text), sizeof text),
-            LSTATUS{ERROR_SUCCESS});
-        ::RegCloseKey(handle);
-        const auto value = makeRegistry()->read(kCurrentUser, "Software\\Brennic\\SystemCallsTest2", "folder");
-        ::RegDeleteKeyW(HKEY_CURRENT_USER, key);
-        QVERIFY(value);
-        QCOMPARE(value->type, std::uint32_t{REG_EXPAND_SZ});
-        QCOMPARE(value->bytes, std::string("%SystemRoot%\\L\xE4ser \x80 ?\0", 23));
-    }
-
-    void variablesInAPathAreReplaced()
-    {
-        const auto starter = makeStartProgram();
-        qputenv("TESLIN_TEST_PLACE", "C:\\a place");
-        QCOMPARE(starter->withVariables("%TESLIN_TEST_PLACE%\\x"), std::string("C:\\a place\\x"));
-        QCOMPARE(starter->withVariables("C:\\L\xE4ser \x80"), std::string("C:\\L\xE4ser \x80"));
-        QCOMPARE(starter->withVariables("%TESLIN_NO_SUCH%"), std::string("%TESLIN_NO_SUCH%"));
     }
 
     // The test itself is the program that is started, and tells by a file that it was.

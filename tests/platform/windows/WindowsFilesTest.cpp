@@ -1,10 +1,7 @@
 // Whole files, in and out, with what Windows alone has in the way.
 
-#include "platform/KeptCopy.h"
-#include "platform/NewFileName.h"
 #include "platform/ReplaceFile.h"
 #include "platform/windows/Handle.h"
-#include "platform/windows/NewFile.h"
 #include "tests/platform/TestFiles.h"
 #include "tests/support/RunnableTest.h"
 
@@ -137,49 +134,6 @@ private slots:
         QCOMPARE(bool(replaced), isReplaced);
         QVERIFY(bytesOf(file) == QByteArray::fromStdString(isReplaced ? kNew : kOld));
         QCOMPARE(names(folder), "shop.tlc");
-    }
-
-    void whatDeadProcessesLeftIsRemoved()
-    {
-        const TemporaryFolder folder;
-        // The number of this process is alive; no process has an odd number like the other.
-        const std::string alive = newFileName(::GetCurrentProcessId(), 900);
-        test::writeBytes(folder / alive, "half");
-        test::writeBytes(folder / newFileName(0x7FFFFFFD, 0), "half");
-        test::writeBytes(folder / ".teslin-note", "x");
-        QVERIFY(replaceFile(folder / "shop.tlc", kNew));
-        QCOMPARE(names(folder), QByteArray::fromStdString(".teslin-" + std::to_string(::GetCurrentProcessId()) +
-                                                          "-900 .teslin-note shop.tlc"));
-        QVERIFY((::GetFileAttributesW((folder / "shop.tlc").c_str()) & FILE_ATTRIBUTE_HIDDEN) == 0);
-    }
-
-    // Only a process that dies leaves one, and then nobody shall stumble over it.
-    void aFileOnItsWayIsHidden()
-    {
-        const TemporaryFolder folder;
-        test::writeBytes(folder / ".plain", "x");
-        if ((::GetFileAttributesW((folder / ".plain").c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0) {
-            QSKIP("this system hides every file whose name begins with a dot");
-        }
-        const auto made = NewFile::beside(folder / "shop.tlc");
-        QVERIFY(made);
-        const auto path = folder / newFileName(::GetCurrentProcessId(), 0);
-        QVERIFY((::GetFileAttributesW(path.c_str()) & FILE_ATTRIBUTE_HIDDEN) != 0);
-    }
-
-    void aCopyIsKeptWhileAFileIsWrittenInPlace()
-    {
-        const TemporaryFolder folder;
-        test::writeBytes(folder / "shop/shop.tlc", kOld);
-        {
-            const KeptCopy copy(folder / "copies", folder / "shop/shop.tlc", kNew);
-            QVERIFY(bytesOf(folder / "copies/shop.tlc.unfinished") == QByteArray::fromStdString(kNew));
-        }
-        // Another program reads the file and does not let it be replaced.
-        const Handle other = heldOpen(folder / "shop/shop.tlc", FILE_SHARE_READ | FILE_SHARE_WRITE);
-        QVERIFY(replaceFile(folder / "shop/shop.tlc", kNew, folder / "copies"));
-        QVERIFY(bytesOf(folder / "shop/shop.tlc") == QByteArray::fromStdString(kNew));
-        QVERIFY(std::filesystem::is_empty(folder / "copies"));
     }
 
     void whatCannotBeAFile()
