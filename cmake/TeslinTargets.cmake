@@ -12,13 +12,11 @@ target_compile_features(teslin_options INTERFACE cxx_std_20)
 if(CMAKE_CXX_COMPILER_ID MATCHES "GNU|Clang")
     target_compile_options(teslin_options INTERFACE -Wall -Wextra -Wpedantic -Wshadow -Wconversion -Wold-style-cast
                                                     -Woverloaded-virtual $<$<BOOL:${TESLIN_WERROR}>:-Werror>)
-    # It takes the joining of short strings for a copy onto itself.
+    # It takes the joining of short strings for a copy onto itself or past their end, the more so with its headers
+    # precompiled.
     if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-        target_compile_options(teslin_options INTERFACE -Wno-restrict)
-        # The cross compiler does so with its headers precompiled, and calls it an overflow.
-        if(MINGW)
-            target_compile_options(teslin_options INTERFACE -Wno-stringop-overflow -Wno-array-bounds)
-        endif()
+        target_compile_options(teslin_options INTERFACE -Wno-restrict -Wno-stringop-overflow -Wno-stringop-overread
+                                                        -Wno-array-bounds)
     endif()
 elseif(MSVC)
     target_compile_options(teslin_options INTERFACE /utf-8 /W4 $<$<BOOL:${TESLIN_WERROR}>:/WX>)
