@@ -1,6 +1,6 @@
 #include "app/ProgramVersion.h"
 
-#include "tables/PairValue.h"
+#include "text/PairValue.h"
 
 namespace app {
 
@@ -10,7 +10,7 @@ namespace {
 std::string digits(int number, std::size_t count)
 {
     const std::string padded = std::string(count, '0') + std::to_string(number);
-    return std::string(tables::rightOf(padded, count));
+    return std::string(text::rightOf(padded, count));
 }
 
 std::string minorAndRevision(const ProgramVersion& version)

@@ -2,7 +2,7 @@
 
 #include "app/NormalPlacement.h"
 #include "platform/qt/AnsiText.h"
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <QGuiApplication>
 #include <QPoint>
@@ -30,7 +30,7 @@ constexpr int kTitleBarHeight = 24;  // where the window system has not told it 
 int boundedNumber(std::string_view text)
 {
     constexpr double kFarthest = 100'000;
-    return static_cast<int>(std::clamp(tables::decimalNumber(text), -kFarthest, kFarthest));
+    return static_cast<int>(std::clamp(text::decimalNumber(text), -kFarthest, kFarthest));
 }
 
 int stateOf(const QWidget& form)

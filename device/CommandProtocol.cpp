@@ -2,7 +2,7 @@
 
 #include "device/Commands.h"
 #include "device/Replies.h"
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 namespace device {
 
@@ -114,7 +114,7 @@ void CommandProtocol::Send_Parameter_KB(std::string& address)
     sendAndShow(commands::writeParameter(firstCharacters(address, 3), firstCharacters(value, 2)));
     // Kept behaviour kb-pair-after-abort: the second half goes out in any case.
     if (value.size() > 2) {
-        address = tables::nextAddress(address);
+        address = text::nextAddress(address);
         sendAndShow(commands::writeParameter(address, lastCharacters(value, 2)));
     }
 }

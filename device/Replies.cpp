@@ -1,7 +1,7 @@
 #include "device/Replies.h"
 
 #include "platform/SerialControl.h"
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <cstddef>
 
@@ -58,7 +58,7 @@ int readReportStatus(std::string_view line)
     if (line.size() < kShortestReadReport) {
         return kUnknownReadStatus;
     }
-    const double status = tables::decimalNumber(fromColumn(line, kReadStatusColumn));
+    const double status = text::decimalNumber(fromColumn(line, kReadStatusColumn));
     return status >= 0 && status <= kHighestStatus ? static_cast<int>(status) : 0;
 }
 
@@ -130,7 +130,7 @@ std::optional<std::int16_t> portNumber(std::string_view portName)
     if (at == std::string_view::npos) {
         return std::nullopt;
     }
-    const double number = tables::decimalNumber(portName.substr(at + kPort.size()));
+    const double number = text::decimalNumber(portName.substr(at + kPort.size()));
     if (number < kLowestPort || number > kHighestPort) {
         return std::nullopt;
     }

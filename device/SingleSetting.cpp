@@ -1,8 +1,8 @@
 #include "device/SingleSetting.h"
 
 #include "device/Commands.h"
-#include "tables/HexText.h"
-#include "tables/PairValue.h"
+#include "text/HexText.h"
+#include "text/PairValue.h"
 
 namespace device {
 
@@ -19,9 +19,9 @@ std::string rowValueWith(std::string_view oldValue, std::string_view address, st
     if (oldValue.size() <= kOneByte) {
         return std::string(value);
     }
-    const bool isFirst = tables::hexNumber(address) % 2 == 1;
-    return isFirst ? std::string(value).append(tables::rightOf(oldValue, kHalfAndDash))
-                   : std::string(tables::leftOf(oldValue, kHalfAndDash)).append(value);
+    const bool isFirst = text::hexNumber(address) % 2 == 1;
+    return isFirst ? std::string(value).append(text::rightOf(oldValue, kHalfAndDash))
+                   : std::string(text::leftOf(oldValue, kHalfAndDash)).append(value);
 }
 
 SingleSetting::SingleSetting(LinkState& link, Operations& operations, CommandProtocol& protocol,

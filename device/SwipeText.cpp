@@ -1,6 +1,6 @@
 #include "device/SwipeText.h"
 
-#include "tables/Parsings.h"
+#include "text/Parsings.h"
 
 #include <utility>
 
@@ -53,7 +53,7 @@ std::optional<std::string> SwipeText::takeRawBlock()
         return std::nullopt;
     }
     std::string raw = std::exchange(m_readRawBuffer, {});
-    tables::NameControlChars(raw);
+    text::NameControlChars(raw);
     return "\r\nRaw Data: " + raw;
 }
 

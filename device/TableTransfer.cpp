@@ -1,9 +1,7 @@
 #include "device/TableTransfer.h"
 
-#include "tables/HexText.h"
-
-#include <algorithm>
-#include <array>
+#include "tables/Parameters.h"
+#include "text/HexText.h"
 
 namespace device {
 
@@ -11,9 +9,6 @@ namespace {
 
 constexpr std::uint32_t kLastSingleAddress = 0x80; // rows above it hold a pair
 constexpr std::string_view kBlank = " ";
-
-// Parameters of the Configuration table that Update leaves alone: the read-only identification bytes.
-constexpr std::array<std::string_view, 3> kNeverWritten = {"001", "081", "082"};
 
 bool isAValue(const std::string& reply)
 {
@@ -128,8 +123,8 @@ void TableTransfer::retrieveRow(tables::LiveTable& table, int row)
         m_tables.PutTableEntry_CFG(twin, tables::kUnchangedMark, tables::kChangedColumn);
         table.PutTableEntry(address, first, tables::kValueColumn);
     }
-    if (isKeyboard && tables::hexNumber(address) > kLastSingleAddress) {
-        const std::string second = ask(tables::nextAddress(address));
+    if (isKeyboard && text::hexNumber(address) > kLastSingleAddress) {
+        const std::string second = ask(text::nextAddress(address));
         if (isAValue(second)) {
             table.PutTableEntry(address, first + "-" + second, tables::kValueColumn);
         }
@@ -181,7 +176,7 @@ bool TableTransfer::UpdateDevice()
 bool TableTransfer::update_CFG()
 {
     return updateRows(m_tables.CFG, [this](std::string& address) {
-        if (std::find(kNeverWritten.begin(), kNeverWritten.end(), address) == kNeverWritten.end()) {
+        if (tables::isWritten_CFG(address)) {
             m_protocol.Send_Parameter_CFG(address);
         }
     });

@@ -1,6 +1,6 @@
 #include "files/KeyboardLayouts.h"
 
-#include "files/TextLines.h"
+#include "text/TextLines.h"
 
 #include <cstddef>
 
@@ -50,7 +50,7 @@ std::optional<std::string> readLayoutList(std::optional<std::string_view> list, 
     language.TrackEnd.clear();
 
     std::optional<std::string> caption;
-    TextLines lines(*list);
+    text::TextLines lines(*list);
     while (const auto line = lines.next()) {
         if (line->size() <= kNameAt || line->substr(0, kIdLength) != KeyboardLanguageId) {
             continue;

@@ -1,7 +1,7 @@
 #include "files/TableFileParser.h"
 
-#include "files/TextLines.h"
-#include "tables/HexText.h"
+#include "text/HexText.h"
+#include "text/TextLines.h"
 
 #include <cstddef>
 #include <string>
@@ -69,7 +69,7 @@ std::string_view valueIn(std::string_view prm)
 TableFile parseTableFile_CFG(std::string_view bytes)
 {
     TableFile table;
-    TextLines lines(bytes);
+    text::TextLines lines(bytes);
     if (const auto first = lines.next()) {
         table.comment = decodedComment(*first);
     }
@@ -82,7 +82,7 @@ TableFile parseTableFile_CFG(std::string_view bytes)
 TableFile parseTableFile_KB(std::string_view bytes)
 {
     TableFile table;
-    TextLines lines(bytes);
+    text::TextLines lines(bytes);
     while (const auto line = lines.next()) {
         ParseLine_KB(*line, table);
     }
@@ -124,7 +124,7 @@ void ParseLine_KB(std::string_view prm, TableFile& table)
         row.address = addressIn(prm);
         row.value = valueIn(prm);
         if (prm.size() >= kShortestPair && hasSecondComma) {
-            row.address.append("-").append(tables::nextAddress(addressIn(prm)));
+            row.address.append("-").append(text::nextAddress(addressIn(prm)));
             row.value.append("-").append(prm.substr(kSecondValueAt, kValueLength));
         }
     }

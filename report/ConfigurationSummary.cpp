@@ -2,7 +2,8 @@
 
 #include "report/ReportText.h"
 #include "report/SummaryFrame.h"
-#include "tables/HexText.h"
+#include "tables/Parameters.h"
+#include "text/HexText.h"
 
 #include <array>
 #include <cstddef>
@@ -14,7 +15,7 @@ namespace report {
 
 namespace {
 
-using tables::hexTwoDigits;
+using text::hexTwoDigits;
 
 // The table read as numbers.
 class ParameterBytes final
@@ -24,7 +25,7 @@ public:
         : m_table(table)
     {}
 
-    [[nodiscard]] std::uint8_t operator()(std::string_view address) const { return tables::hexByte(m_table(address)); }
+    [[nodiscard]] std::uint8_t operator()(std::string_view address) const { return text::hexByte(m_table(address)); }
 
 private:
     const TableAccess& m_table;
@@ -37,7 +38,7 @@ std::string character(std::uint8_t code)
 
 std::string codeOrNotUsed(std::uint8_t code)
 {
-    return code == 0 ? "(n/u)" : hexTwoDigits(code) + "h";
+    return code == 0 ? "(n/u)" : text::hexTwoDigits(code) + "h";
 }
 
 // The reader counts its delays in units of 0.512 ms. Shown with one decimal; no byte falls on the middle between two.
@@ -55,7 +56,7 @@ std::string_view sendOrNot(bool isSent)
 
 void writeParameterId(ReportText& report, const ParameterBytes& val)
 {
-    report.line({"                     [001] Parameter ID#: ", hexTwoDigits(val("001") & 0x7F), " (",
+    report.line({"                     [001] Parameter ID#: ", text::hexTwoDigits(val("001") & 0x7F), " (",
                  (val("001") & 0x80) != 0 ? "modified" : "unmodified", ")"});
     report.emptyLine();
 }
@@ -76,8 +77,8 @@ void writeNumbers(ReportText& report, const ParameterBytes& val)
 
 void writeTableId(ReportText& report, const ParameterBytes& val)
 {
-    report.line({" Parameter ID Table: [02C] Table ID#:    ", hexTwoDigits(val("02C")), "h"});
-    report.line({"                     [02D] Table Ver. #: ", hexTwoDigits(val("02D")), "h"});
+    report.line({" Parameter ID Table: [02C] Table ID#:    ", text::hexTwoDigits(val("02C")), "h"});
+    report.line({"                     [02D] Table Ver. #: ", text::hexTwoDigits(val("02D")), "h"});
     report.emptyLine();
 }
 
@@ -85,11 +86,11 @@ void writeCommandValues(ReportText& report, const ParameterBytes& val)
 {
     report.line({"     Command values: [022] Send Terminating Char: ",
                  (val("022") & 0x80) != 0 ? "after each track" : "after each card data"});
-    report.line({"                     [022] Terminating Char:      ", hexTwoDigits(val("022") & 0x7F), "h"});
+    report.line({"                     [022] Terminating Char:      ", text::hexTwoDigits(val("022") & 0x7F), "h"});
     report.line({"                     [024] Prefix Char:           '", character(val("024")), "'"});
     report.line({"                     [027] Prefix:                '", character(val("027")), "'"});
     report.line({"                     [028] Device ID:             '", character(val("028")), "'"});
-    report.line({"                     [029] Terminator:            ", hexTwoDigits(val("029")), "h"});
+    report.line({"                     [029] Terminator:            ", text::hexTwoDigits(val("029")), "h"});
     report.emptyLine();
 }
 
@@ -183,16 +184,12 @@ void writeTracks(ReportText& report, const ParameterBytes& val)
     report.emptyLine();
 }
 
-constexpr bool isParameter(std::uint32_t address)
-{
-    return address == 0x001 || (address >= 0x013 && address <= 0x02D && address != 0x02B);
-}
-
 void writeDump(ReportText& report, const TableAccess& table)
 {
     report.line("Parameter table (all values in hex):");
     writeDumpRows(report, 0x000, 0x020, [&](std::uint32_t address) {
-        return isParameter(address) ? table(tables::hexThreeDigits(address)) : std::string(kUndefined);
+        const std::string text = text::hexThreeDigits(address);
+        return tables::isParameter_CFG(text) ? table(text) : std::string(kUndefined);
     });
     report.emptyLine();
 }

@@ -2,7 +2,7 @@
 
 #include "report/ReportText.h"
 #include "report/SummaryFrame.h"
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <algorithm>
 #include <array>
@@ -15,7 +15,7 @@ namespace report {
 
 namespace {
 
-using tables::hexThreeDigits;
+using text::hexThreeDigits;
 
 constexpr std::uint32_t kFlagsAddress = 0x080;
 constexpr std::uint32_t kFirstKey = 0x083;
@@ -87,10 +87,10 @@ void writeKeys(ReportText& report, const TableAccess& table)
 {
     report.line("Flag and scan codes:          (Flg / ScanCode)");
     for (std::uint32_t address = kFirstKey; address <= kLastKey; address += 2) {
-        const std::string entry = table(hexThreeDigits(address));
-        report.line({"                     [", hexThreeDigits(address), "][", hexThreeDigits(address + 1), "] ",
-                     firstTwo(entry), " / ", lastTwo(entry),
-                     "       uses: ", shiftWords(tables::hexByte(firstTwo(entry)))});
+        const std::string entry = table(text::hexThreeDigits(address));
+        report.line({"                     [", text::hexThreeDigits(address), "][", text::hexThreeDigits(address + 1),
+                     "] ", firstTwo(entry), " / ", lastTwo(entry),
+                     "       uses: ", shiftWords(text::hexByte(firstTwo(entry)))});
     }
     report.emptyLine();
 }
@@ -100,7 +100,7 @@ std::string dumpCell(const TableAccess& table, std::uint32_t address)
     if (address > kLastAddress) {
         return std::string(kUndefined);
     }
-    std::string entry = table(hexThreeDigits(address));
+    std::string entry = table(text::hexThreeDigits(address));
     if (address == kFlagsAddress) {
         return entry;
     }
@@ -134,7 +134,7 @@ std::string summary_KB(const TableAccess& table, const SummaryFacts& facts)
     report.line("Keyboard Language table");
     report.emptyLine();
     writeComment(report, facts.comment);
-    writeKeyboardFlags(report, tables::hexByte(table(hexThreeDigits(kFlagsAddress))));
+    writeKeyboardFlags(report, text::hexByte(table(text::hexThreeDigits(kFlagsAddress))));
     writeKeyboardId(report, table("081"));
     writeKeys(report, table);
     writeDump(report, table);

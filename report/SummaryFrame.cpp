@@ -1,6 +1,6 @@
 #include "report/SummaryFrame.h"
 
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 namespace report {
 
@@ -46,7 +46,7 @@ void writeDumpRows(ReportText& report, std::uint32_t firstRow, std::uint32_t las
             }
             cells += cell(row + column) + " ";
         }
-        report.line({tables::hexThreeDigits(row), " - ", cells});
+        report.line({text::hexThreeDigits(row), " - ", cells});
     }
 }
 

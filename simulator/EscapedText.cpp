@@ -1,6 +1,6 @@
 #include "simulator/EscapedText.h"
 
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -31,7 +31,7 @@ std::string escapedByte(char c)
         break;
     }
     const auto code = static_cast<std::uint8_t>(c);
-    return code >= 0x20 && code < 0x7F ? std::string(1, c) : "\\x" + tables::hexTwoDigits(code);
+    return code >= 0x20 && code < 0x7F ? std::string(1, c) : "\\x" + text::hexTwoDigits(code);
 }
 
 // The byte of a one-letter escape, or '\0' when there is none of that letter.
@@ -77,7 +77,7 @@ Verdict unescape(std::string_view text, std::string& bytes)
             if (digits.size() != 2 || !isHexDigit(digits[0]) || !isHexDigit(digits[1])) {
                 return {"\\x wants two hexadecimal digits"};
             }
-            read += static_cast<char>(tables::hexByte(digits));
+            read += static_cast<char>(text::hexByte(digits));
             at += 2;
         } else if (const char byte = byteOfLetter(letter); byte != '\0') {
             read += byte;

@@ -1,8 +1,8 @@
 #include "simulator/ParameterMemory.h"
 
 #include "simulator/EscapedText.h"
-#include "tables/Defaults.h"
-#include "tables/HexText.h"
+#include "tables/Parameters.h"
+#include "text/HexText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -46,10 +46,10 @@ Verdict refusal(int line, const std::string& reason)
 
 ParameterMemory::ParameterMemory()
 {
-    for (const tables::DefaultRow& row : tables::defaultRows_CFG()) {
+    for (const tables::Parameter& row : tables::parameters_CFG()) {
         m_values.emplace(row.address, row.value);
     }
-    for (const tables::DefaultRow& row : tables::defaultRows_KB()) {
+    for (const tables::Parameter& row : tables::parameters_KB()) {
         m_values.emplace(row.address.substr(0, kAddressLength), row.value.substr(0, kValueLength));
         if (row.address.size() > kAddressLength) {
             m_values.emplace(row.address.substr(kAddressLength + 1), row.value.substr(kValueLength + 1));
@@ -72,7 +72,7 @@ bool ParameterMemory::store(std::string_view address, std::string_view value)
     if (found == m_values.end() || !isHexText(value, kValueLength)) {
         return false;
     }
-    found->second = tables::hexTwoDigits(tables::hexByte(value));
+    found->second = text::hexTwoDigits(text::hexByte(value));
     ++m_changes;
     return true;
 }
@@ -92,7 +92,7 @@ Verdict ParameterMemory::load(std::string_view text)
         if (!isHexText(address, kAddressLength) || !isHexText(value, kValueLength)) {
             return refusal(line, quoted(setting) + " is not of the form aaa=vv");
         }
-        const std::string key = tables::hexThreeDigits(tables::hexNumber(address));
+        const std::string key = text::hexThreeDigits(text::hexNumber(address));
         if (!loaded.store(key, value)) {
             return refusal(line, "the reader has no parameter " + key);
         }

@@ -1,6 +1,6 @@
 #include "simulator/TypedCard.h"
 
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <algorithm>
 #include <array>
@@ -36,7 +36,7 @@ constexpr std::array<std::array<std::size_t, kTracks>, 6> kMappings = {
 
 std::uint8_t byteAt(const ParameterMemory& memory, std::string_view address)
 {
-    return tables::hexByte(memory.value(address).value_or("00"));
+    return text::hexByte(memory.value(address).value_or("00"));
 }
 
 // 00 means that nothing is sent.

@@ -1,6 +1,6 @@
 #include "tables/BitFields.h"
 
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <array>
 #include <cstddef>
@@ -110,7 +110,7 @@ constexpr std::uint8_t withBits(std::uint8_t byte, std::uint8_t mask, unsigned b
 // Kept behaviour kb-no-option: a setting that no option offers selects none.
 std::optional<int> selectedOption(const BitField& field, std::string_view value)
 {
-    const unsigned setting = (hexByte(value) & field.mask) / unitOf(field.mask);
+    const unsigned setting = (text::hexByte(value) & field.mask) / unitOf(field.mask);
     std::optional<int> selected;
     int index = 0;
     for (const BitOption& option : field.options) {
@@ -132,7 +132,7 @@ std::uint8_t withOption(const BitField& field, std::uint8_t byte, int index)
     }
     const BitOption& option = field.options[static_cast<std::size_t>(index)];
     if (!option.wholeValue.empty()) {
-        return hexByte(option.wholeValue);
+        return text::hexByte(option.wholeValue);
     }
     return withBits(byte, field.mask, option.setting * unitOf(field.mask));
 }
@@ -150,8 +150,8 @@ std::uint8_t withCheck(const BitCheck& check, std::uint8_t byte, bool checked)
 namespace fields {
 
 constinit const BitField radTk1 = {"013", "radTk1", "frmTk1", "Track 1", 0x03, kTrackOptions};
-constinit const BitField radTk2 = {"013", "radTk2", "frmTk2", "Track 2", 0x0C, kTrackOptions};
-constinit const BitField radTk3 = {"013", "radTk3", "frmTk3", "Track 3", 0x30, kTrack3Options};
+constinit const BitField radTk2 = {"013", "radTk2", "frmTk2", "Track 2", 0x0C, kTrackOptions, true};
+constinit const BitField radTk3 = {"013", "radTk3", "frmTk3", "Track 3", 0x30, kTrack3Options, true};
 constinit const BitField radID = {"013", "radID", "frmReadTypes", "Read cards of type", 0x80, kCardTypeOptions};
 
 constinit const BitCheck chkSendSS = {"chkSendSS", "Start Sentinel",
@@ -180,6 +180,53 @@ constinit const BitField radShiftA1 = {"", "radShiftA1", "frmShiftFlagA1", "Shif
 constinit const BitField radShiftA2 = {"", "radShiftA2", "frmShiftFlagA2", "Shift Flag A2 Values", 0x20, kCtrlOptions};
 constinit const BitField radShiftA3 = {"", "radShiftA3", "frmShiftFlagA3", "Shift Flag A3 Values", 0x40, kAltGrOptions};
 constinit const BitField radShiftA4 = {"", "radShiftA4", "frmShiftFlagA4", "Shift Flag A4 Values", 0x80, kShiftOptions};
+
+namespace {
+
+constexpr auto kSendFlags =
+    std::to_array<const BitCheck*>({&chkSendSS, &chkSendEs, &chkSendLRC, &chkSendLC, &chkSendNBR});
+
+constexpr auto kChecks_CFG = std::to_array<BitChecks>({{"014", "frmSendFlags", "Send Flags", kSendFlags}});
+
+constexpr auto kOptions_CFG = std::to_array<const BitField*>({
+    &radTk1,
+    &radTk2,
+    &radTk3,
+    &radID,
+    &radSendEr,
+    &radSendTermAfter,
+    &radTrkMap,
+    &radP080A1,
+    &radP080A23,
+    &radP080E,
+    &radP080S,
+});
+
+constexpr auto kKeyboardFlags_KB = std::to_array<const BitField*>({&radP080A1, &radP080A23, &radP080E, &radP080S});
+
+constexpr auto kShiftFlags_KB = std::to_array<const BitField*>({&radShiftA1, &radShiftA2, &radShiftA3, &radShiftA4});
+
+} // namespace
+
+std::span<const BitField* const> options_CFG()
+{
+    return kOptions_CFG;
+}
+
+std::span<const BitChecks> checks_CFG()
+{
+    return kChecks_CFG;
+}
+
+std::span<const BitField* const> keyboardFlags_KB()
+{
+    return kKeyboardFlags_KB;
+}
+
+std::span<const BitField* const> shiftFlags_KB()
+{
+    return kShiftFlags_KB;
+}
 
 } // namespace fields
 

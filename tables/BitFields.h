@@ -29,6 +29,7 @@ struct BitField
     std::string_view frameCaption;
     std::uint8_t mask;
     std::span<const BitOption> options; // by index
+    bool besideTheLast = false;         // its frame stands beside that of the field before, not below
 };
 
 // A field of one bit, chosen by a check box.
@@ -38,6 +39,15 @@ struct BitCheck
     std::string_view caption;
     std::string_view toolTip;
     std::uint8_t mask;
+};
+
+// The check boxes of a byte, in one frame above its option arrays.
+struct BitChecks
+{
+    std::string_view address; // of the parameter
+    std::string_view frame;
+    std::string_view frameCaption;
+    std::span<const BitCheck* const> checks; // from top to bottom
 };
 
 // The option that a value text shows: the one that stands for the whole text, else the one with the field's setting.
@@ -60,9 +70,6 @@ extern const BitField radTk3;
 extern const BitField radID;
 
 // 014: what is sent of a card's data, and what on a reading error.
-inline constexpr std::string_view kSendFlagsAddress = "014";
-inline constexpr std::string_view kSendFlagsFrame = "frmSendFlags";
-inline constexpr std::string_view kSendFlagsCaption = "Send Flags";
 extern const BitCheck chkSendSS;
 extern const BitCheck chkSendEs;
 extern const BitCheck chkSendLRC;
@@ -87,6 +94,13 @@ extern const BitField radShiftA1;
 extern const BitField radShiftA2;
 extern const BitField radShiftA3;
 extern const BitField radShiftA4;
+
+// Those of the Configuration editor, each byte's from top to bottom: the editor is built from these.
+[[nodiscard]] std::span<const BitField* const> options_CFG();
+[[nodiscard]] std::span<const BitChecks> checks_CFG();
+// Those of the Keyboard Language editor: of the keyboard flags, and of a pair's shift flags.
+[[nodiscard]] std::span<const BitField* const> keyboardFlags_KB();
+[[nodiscard]] std::span<const BitField* const> shiftFlags_KB();
 
 } // namespace fields
 

@@ -1,8 +1,8 @@
 #include "tables/EditorTexts.h"
 
-#include "tables/Dec2Bin.h"
-#include "tables/HexText.h"
-#include "tables/PairValue.h"
+#include "text/Dec2Bin.h"
+#include "text/HexText.h"
+#include "text/PairValue.h"
 
 #include <array>
 #include <charconv>
@@ -49,23 +49,23 @@ std::string editTitle_KB(std::string_view address, std::string_view notes)
 
 std::string binaryText(std::uint8_t value)
 {
-    return "value in binary is " + Dec2Bin(value);
+    return "value in binary is " + text::Dec2Bin(value);
 }
 
 std::string binaryText(std::uint8_t first, std::uint8_t second)
 {
-    return binaryText(first) + " - " + Dec2Bin(second);
+    return binaryText(first) + " - " + text::Dec2Bin(second);
 }
 
 std::string identificationText(std::uint8_t value)
 {
     const bool modified = (value & 0x80) != 0;
-    return " ID #:" + hexTwoDigits(value & 0x7F) + (modified ? " (modified)  " : " (unmodified)  ");
+    return " ID #:" + text::hexTwoDigits(value & 0x7F) + (modified ? " (modified)  " : " (unmodified)  ");
 }
 
 std::string idByteText(int number, std::uint8_t value)
 {
-    return "Byte " + std::to_string(number) + " = " + hexTwoDigits(value);
+    return "Byte " + std::to_string(number) + " = " + text::hexTwoDigits(value);
 }
 
 bool isLegalDelay(double counts)
@@ -85,7 +85,7 @@ std::string delayText(double counts)
     const auto written =
         std::to_chars(digits.data(), digits.data() + digits.size(), milliseconds, std::chars_format::fixed, 1);
     const std::string padded = "    " + std::string(digits.data(), written.ptr);
-    return std::string(rightOf(padded, kDelayWidth)) + " milliseconds";
+    return std::string(text::rightOf(padded, kDelayWidth)) + " milliseconds";
 }
 
 std::vector<std::string> settings_KB(std::string_view address, std::string_view value)
@@ -93,7 +93,8 @@ std::vector<std::string> settings_KB(std::string_view address, std::string_view 
     if (address.size() == 3) {
         return {setting(address, value)};
     }
-    return {setting(leftOf(address, 3), leftOf(value, 2)), setting(rightOf(address, 3), rightOf(value, 2))};
+    return {setting(text::leftOf(address, 3), text::leftOf(value, 2)),
+            setting(text::rightOf(address, 3), text::rightOf(value, 2))};
 }
 
 std::string sendQuestion_CFG(std::string_view address, std::string_view value)

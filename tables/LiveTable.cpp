@@ -1,7 +1,7 @@
 #include "tables/LiveTable.h"
 
 #include "tables/EditorTexts.h"
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -44,9 +44,9 @@ void LiveTable::InitGrid()
 
 void LiveTable::layDownDefaults()
 {
-    const std::span<const DefaultRow> defaults = m_table.kind().defaults;
+    const std::span<const Parameter> defaults = m_table.kind().defaults;
     int row = 0;
-    for (const DefaultRow& entry : defaults) {
+    for (const Parameter& entry : defaults) {
         ++row;
         if (row > 1 || m_table.rowCount() < 2) {
             m_table.setRowCount(row + 1);
@@ -91,7 +91,7 @@ void LiveTable::DisplayGridValue(std::uint8_t i)
     m_grid.setCol(kValueColumn);
     // Without a current row there is no cell to write: row 0 is the header.
     if (m_grid.row() > 0) {
-        m_table.setCell(m_grid.row(), kValueColumn, hexTwoDigits(i));
+        m_table.setCell(m_grid.row(), kValueColumn, text::hexTwoDigits(i));
     }
     m_host.setStatusText(binaryText(i));
 }

@@ -9,7 +9,7 @@ const TableKind& configurationKind()
                                 .ignoresEmptyValues = false,
                                 .resetRestoresCaption = false,
                                 .firstEditableRow = 2,
-                                .defaults = defaultRows_CFG()};
+                                .defaults = parameters_CFG()};
     return kind;
 }
 
@@ -20,7 +20,7 @@ const TableKind& keyboardLanguageKind()
                                 .ignoresEmptyValues = true,
                                 .resetRestoresCaption = true,
                                 .firstEditableRow = 1,
-                                .defaults = defaultRows_KB()};
+                                .defaults = parameters_KB()};
     return kind;
 }
 

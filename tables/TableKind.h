@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 
 #include <span>
 #include <string_view>
@@ -20,7 +20,7 @@ struct TableKind
     bool ignoresEmptyValues;   // putting an empty text changes nothing
     bool resetRestoresCaption; // a reset takes the changed mark off the tab
     int firstEditableRow;      // current after a reset and after the marks were cleared
-    std::span<const DefaultRow> defaults;
+    std::span<const Parameter> defaults;
 };
 
 [[nodiscard]] const TableKind& configurationKind();

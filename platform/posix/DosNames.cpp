@@ -1,7 +1,7 @@
 #include "platform/DosNames.h"
 
-#include "platform/AnsiText.h"
 #include "platform/DosNameSteps.h"
+#include "text/AnsiText.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -23,7 +23,7 @@ std::string utf8(std::string_view ansi)
 {
     std::string text;
     for (const char c : ansi) {
-        const unsigned character = ansiToUnicode(static_cast<std::uint8_t>(c));
+        const unsigned character = text::ansiToUnicode(static_cast<std::uint8_t>(c));
         if (character < 0x80) {
             text += static_cast<char>(character);
         } else if (character < 0x800) {

@@ -1,6 +1,6 @@
 #include "platform/qt/AnsiText.h"
 
-#include "platform/AnsiText.h"
+#include "text/AnsiText.h"
 
 #include <QList>
 
@@ -12,7 +12,7 @@ QString toQString(std::string_view ansi)
 {
     QString text(static_cast<qsizetype>(ansi.size()), Qt::Uninitialized);
     std::transform(ansi.begin(), ansi.end(), text.begin(),
-                   [](char c) { return QChar(ansiToUnicode(static_cast<std::uint8_t>(c))); });
+                   [](char c) { return QChar(text::ansiToUnicode(static_cast<std::uint8_t>(c))); });
     return text;
 }
 
@@ -22,7 +22,7 @@ std::string toAnsi(const QString& text)
     const QList<uint> characters = text.toUcs4();
     ansi.reserve(static_cast<std::size_t>(characters.size()));
     for (const uint character : characters) {
-        ansi += static_cast<char>(unicodeToAnsi(character));
+        ansi += static_cast<char>(text::unicodeToAnsi(character));
     }
     return ansi;
 }

@@ -1,7 +1,7 @@
 #include "platform/qt/VisibleText.h"
 
-#include "platform/AnsiText.h"
 #include "platform/qt/AnsiText.h"
+#include "text/AnsiText.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -69,7 +69,7 @@ QString toVisible(std::string_view ansi)
             text += QChar::LineFeed;
             ++at;
         } else {
-            text += QChar(standIn(ansiToUnicode(static_cast<std::uint8_t>(ansi[at]))));
+            text += QChar(standIn(text::ansiToUnicode(static_cast<std::uint8_t>(ansi[at]))));
         }
     }
     return text;

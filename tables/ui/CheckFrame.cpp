@@ -7,16 +7,22 @@
 #include <QCheckBox>
 #include <QLayout>
 
+#include <algorithm>
+
 namespace tables {
 
-CheckFrame::CheckFrame(const QString& name, const QString& caption, QWidget* parent)
-    : QGroupBox(caption, parent)
+CheckFrame::CheckFrame(const BitChecks& checks, QWidget* parent)
+    : QGroupBox(platform::toQString(checks.frameCaption), parent)
+    , m_address(checks.address)
 {
-    setObjectName(name);
+    setObjectName(platform::toQString(checks.frame));
     layOutInColumn(*this);
+    for (const BitCheck* const check : checks.checks) {
+        addCheck(*check);
+    }
 }
 
-QCheckBox* CheckFrame::addCheck(const BitCheck& check)
+void CheckFrame::addCheck(const BitCheck& check)
 {
     auto* box = new QCheckBox(platform::toQString(check.caption), this);
     box->setObjectName(platform::toQString(check.box));
@@ -25,7 +31,13 @@ QCheckBox* CheckFrame::addCheck(const BitCheck& check)
     platform::setSpoken(*box, box->toolTip().isEmpty() ? title() : title() + QStringLiteral(": ") + box->toolTip());
     layout()->addWidget(box);
     m_checks.emplace_back(&check, box);
-    return box;
+    connect(box, &QCheckBox::clicked, this, [this, &check] { emit checkClicked(&check); });
+}
+
+bool CheckFrame::isChecked(const BitCheck& check) const
+{
+    const auto found = std::ranges::find(m_checks, &check, &std::pair<const BitCheck*, QCheckBox*>::first);
+    return found != m_checks.end() && found->second->isChecked();
 }
 
 void CheckFrame::load(std::uint8_t byte)

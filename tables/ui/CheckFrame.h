@@ -18,15 +18,22 @@ class CheckFrame final : public QGroupBox
     Q_OBJECT
 
 public:
-    CheckFrame(const QString& name, const QString& caption, QWidget* parent);
+    // The checks outlive the frame.
+    CheckFrame(const BitChecks& checks, QWidget* parent);
 
-    // Adds a box below the others. The check outlives the frame.
-    QCheckBox* addCheck(const BitCheck& check);
+    [[nodiscard]] std::string_view address() const { return m_address; }
+    [[nodiscard]] bool isChecked(const BitCheck& check) const;
 
     // Checks the boxes whose bit is set. Emits no click.
     void load(std::uint8_t byte);
 
+signals:
+    void checkClicked(const tables::BitCheck* check); // by the user
+
 private:
+    void addCheck(const BitCheck& check);
+
+    std::string_view m_address;
     std::vector<std::pair<const BitCheck*, QCheckBox*>> m_checks;
 };
 

@@ -1,28 +1,26 @@
 #include "tables/ui/ConfigurationControls.h"
 
 #include "platform/qt/AnsiText.h"
+#include "tables/BitFields.h"
 #include "tables/EditorTexts.h"
-#include "tables/RowKinds.h"
+#include "tables/Parameters.h"
 #include "tables/ui/CheckFrame.h"
 #include "tables/ui/EditTitle.h"
 #include "tables/ui/EntryBox.h"
 #include "tables/ui/OptionFrame.h"
 #include "tables/ui/PlainLabel.h"
 
-#include <QCheckBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <array>
+#include <set>
 
 namespace tables {
 
 namespace {
-
-// One address of each arrangement of controls.
-constexpr std::array kArrangements =
-    std::to_array<std::string_view>({"001", "013", "014", "015", "01A", "01C", "022", "02A", "080"});
 
 // In average characters; frames wider than this look lost in a large window.
 constexpr int kWidestColumn = 75;
@@ -46,52 +44,35 @@ ConfigurationControls::ConfigurationControls(QWidget& area)
     m_column->setMaximumWidth(kWidestColumn * area.fontMetrics().averageCharWidth());
     auto* column = new QVBoxLayout(m_column);
     column->setContentsMargins(0, 0, 0, 0);
-    addTrackFrames(column);
-    addSendFlags(column);
-    frmSendTerm = addFrame(fields::radSendTermAfter, {}, column);
-    frmTrkMap = addFrame(fields::radTrkMap, {}, column);
-    frmA1_CFG = addFrame(fields::radP080A1, "_CFG", column);
-    frmA23_CFG = addFrame(fields::radP080A23, "_CFG", column);
-    frmE_CFG = addFrame(fields::radP080E, "_CFG", column);
-    frmS_CFG = addFrame(fields::radP080S, "_CFG", column);
+    addCheckFrames(column);
+    addOptionFrames(column);
     addEntries(column);
     column->addStretch(1);
     m_minimumSize = largestArrangement();
     hideAll();
 }
 
-OptionFrame* ConfigurationControls::addFrame(const BitField& field, std::string_view suffix, QBoxLayout* into)
+void ConfigurationControls::addCheckFrames(QBoxLayout* column)
 {
-    auto* frame = new OptionFrame(field, suffix, m_column);
-    optionFrames.push_back(frame);
-    into->addWidget(frame);
-    return frame;
-}
-
-void ConfigurationControls::addTrackFrames(QBoxLayout* column)
-{
-    auto* tracks = new QHBoxLayout;
-    column->addLayout(tracks);
-    frmTk1 = addFrame(fields::radTk1, {}, tracks);
-    frmTk2 = addFrame(fields::radTk2, {}, tracks);
-    frmTk3 = addFrame(fields::radTk3, {}, tracks);
-    for (int track = 0; track < tracks->count(); ++track) {
-        tracks->setStretch(track, 1);
+    for (const BitChecks& checks : fields::checks_CFG()) {
+        checkFrames.push_back(new CheckFrame(checks, m_column));
+        column->addWidget(checkFrames.back());
     }
-    frmReadTypes = addFrame(fields::radID, {}, column);
 }
 
-void ConfigurationControls::addSendFlags(QBoxLayout* column)
+void ConfigurationControls::addOptionFrames(QBoxLayout* column)
 {
-    frmSendFlags = new CheckFrame(platform::toQString(fields::kSendFlagsFrame),
-                                  platform::toQString(fields::kSendFlagsCaption), m_column);
-    column->addWidget(frmSendFlags);
-    chkSendSS = frmSendFlags->addCheck(fields::chkSendSS);
-    chkSendEs = frmSendFlags->addCheck(fields::chkSendEs);
-    chkSendLRC = frmSendFlags->addCheck(fields::chkSendLRC);
-    chkSendLC = frmSendFlags->addCheck(fields::chkSendLC);
-    chkSendNBR = frmSendFlags->addCheck(fields::chkSendNBR);
-    frmSendError = addFrame(fields::radSendEr, {}, column);
+    QBoxLayout* line = nullptr;
+    for (const BitField* const field : fields::options_CFG()) {
+        // The fields of the keyboard flags exist in the other editor, too.
+        const std::string_view suffix = isParameter_CFG(field->address) ? "" : "_CFG";
+        optionFrames.push_back(new OptionFrame(*field, suffix, m_column));
+        if (line == nullptr || !field->besideTheLast) {
+            line = new QHBoxLayout;
+            column->addLayout(line);
+        }
+        line->addWidget(optionFrames.back(), 1);
+    }
 }
 
 void ConfigurationControls::addEntries(QBoxLayout* column)
@@ -125,7 +106,9 @@ void ConfigurationControls::hideAll()
     for (OptionFrame* frame : optionFrames) {
         frame->hide();
     }
-    frmSendFlags->hide();
+    for (CheckFrame* frame : checkFrames) {
+        frame->hide();
+    }
     for (QWidget* entry :
          std::to_array<QWidget*>({txtHexEntry, lblHexEntry, txtDecEntry, lblDecEntry, txtCharEntry, lblCharEntry})) {
         entry->hide();
@@ -138,7 +121,9 @@ void ConfigurationControls::showFor(std::string_view address)
     for (OptionFrame* frame : optionFrames) {
         frame->setVisible(frame->field().address == address);
     }
-    frmSendFlags->setVisible(address == fields::kSendFlagsAddress);
+    for (CheckFrame* frame : checkFrames) {
+        frame->setVisible(frame->address() == address);
+    }
     switch (configurationRow(address)) {
     case ConfigurationRow::Identification:
     case ConfigurationRow::IdByte0:
@@ -169,12 +154,17 @@ void ConfigurationControls::showHexEntry(bool visible)
     lblHexEntry->setVisible(visible);
 }
 
+bool ConfigurationControls::isChecked(const BitCheck& check) const
+{
+    return std::ranges::any_of(checkFrames, [&](const CheckFrame* frame) { return frame->isChecked(check); });
+}
+
 QSize ConfigurationControls::largestArrangement()
 {
     lblDecEntry->setAnsiText(delayText(kIllegalDelay)); // the longest text it ever shows
     QSize largest;
     QLayout* column = m_column->layout();
-    for (const std::string_view address : kArrangements) {
+    const auto measure = [&](std::string_view address) {
         showFor(address);
         // Nothing is on screen yet, so nobody tells the layouts that the controls changed.
         for (int item = 0; item < column->count(); ++item) {
@@ -182,6 +172,16 @@ QSize ConfigurationControls::largestArrangement()
         }
         column->invalidate();
         largest = largest.expandedTo(column->totalMinimumSize());
+    };
+    // Every arrangement there is: one for each kind of entry, one for each byte with fields of its own.
+    std::set<ConfigurationRow> measured;
+    for (const Parameter& parameter : parameters_CFG()) {
+        if (parameter.row == ConfigurationRow::BitFields || measured.insert(parameter.row).second) {
+            measure(parameter.address);
+        }
+    }
+    for (const BitField* const field : fields::options_CFG()) {
+        measure(field->address);
     }
     const int titleHeight = lblEditTitle_CFG->sizeHint().height() + column->spacing();
     return {largest.width(), largest.height() + titleHeight};

@@ -6,17 +6,16 @@
 #include <vector>
 
 class QBoxLayout;
-class QCheckBox;
 class QWidget;
 
 namespace tables {
 
+struct BitCheck;
 class CheckFrame;
 class EditTitle;
 class EntryBox;
 class OptionFrame;
 class PlainLabel;
-struct BitField;
 
 // The controls of the Configuration editor under their names, and their places: one column of frames of equal width
 // below the title, the entry boxes below the frames.
@@ -31,28 +30,13 @@ struct ConfigurationControls
     void showFor(std::string_view address);
     // The terminating character's box and label come and go with its option.
     void showHexEntry(bool visible);
+    // True while the box of a check is checked.
+    [[nodiscard]] bool isChecked(const BitCheck& check) const;
 
     // Room for the largest arrangement.
     [[nodiscard]] QSize minimumSize() const { return m_minimumSize; }
 
     EditTitle* lblEditTitle_CFG = nullptr;
-    OptionFrame* frmTk1 = nullptr;
-    OptionFrame* frmTk2 = nullptr;
-    OptionFrame* frmTk3 = nullptr;
-    OptionFrame* frmReadTypes = nullptr;
-    CheckFrame* frmSendFlags = nullptr;
-    QCheckBox* chkSendSS = nullptr;
-    QCheckBox* chkSendEs = nullptr;
-    QCheckBox* chkSendLRC = nullptr;
-    QCheckBox* chkSendLC = nullptr;
-    QCheckBox* chkSendNBR = nullptr;
-    OptionFrame* frmSendError = nullptr;
-    OptionFrame* frmSendTerm = nullptr;
-    OptionFrame* frmTrkMap = nullptr;
-    OptionFrame* frmA1_CFG = nullptr;
-    OptionFrame* frmA23_CFG = nullptr;
-    OptionFrame* frmE_CFG = nullptr;
-    OptionFrame* frmS_CFG = nullptr;
     EntryBox* txtHexEntry = nullptr;
     PlainLabel* lblHexEntry = nullptr;
     EntryBox* txtDecEntry = nullptr;
@@ -60,12 +44,13 @@ struct ConfigurationControls
     EntryBox* txtCharEntry = nullptr;
     PlainLabel* lblCharEntry = nullptr;
 
-    std::vector<OptionFrame*> optionFrames; // all of the above
+    // Built from the bit fields' descriptions, which give them their names: frmTk1, frmSendFlags and so on.
+    std::vector<OptionFrame*> optionFrames;
+    std::vector<CheckFrame*> checkFrames;
 
 private:
-    OptionFrame* addFrame(const BitField& field, std::string_view suffix, QBoxLayout* into);
-    void addTrackFrames(QBoxLayout* column);
-    void addSendFlags(QBoxLayout* column);
+    void addCheckFrames(QBoxLayout* column);
+    void addOptionFrames(QBoxLayout* column);
     void addEntries(QBoxLayout* column);
     [[nodiscard]] QSize largestArrangement();
 

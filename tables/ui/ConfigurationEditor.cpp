@@ -1,21 +1,21 @@
 #include "tables/ui/ConfigurationEditor.h"
 
-#include "platform/AnsiText.h"
 #include "platform/qt/AnsiText.h"
 #include "tables/BitFields.h"
 #include "tables/EditorTexts.h"
-#include "tables/HexText.h"
 #include "tables/KeyFilters.h"
-#include "tables/RowKinds.h"
+#include "tables/Parameters.h"
 #include "tables/ui/CheckFrame.h"
 #include "tables/ui/EditTitle.h"
 #include "tables/ui/EntryBox.h"
 #include "tables/ui/OptionFrame.h"
 #include "tables/ui/PlainLabel.h"
 #include "tables/ui/SendQuestion.h"
+#include "text/AnsiText.h"
+#include "text/HexText.h"
 
-#include <QCheckBox>
-
+#include <algorithm>
+#include <array>
 #include <cmath>
 
 namespace tables {
@@ -44,38 +44,69 @@ ConfigurationEditor::ConfigurationEditor(LiveTable& table, EditSession& session,
 {
     setMinimumSize(m_controls.minimumSize());
     connectOptions();
+    connectChecks();
     connectEntries();
 }
 
 void ConfigurationEditor::connectOptions()
 {
-    const auto onOption = [this](OptionFrame* frame, void (ConfigurationEditor::*handler)(int)) {
-        connect(frame, &OptionFrame::optionClicked, this, handler);
+    struct Handler
+    {
+        const BitField* field;
+        void (ConfigurationEditor::*run)(int);
     };
-    onOption(m_controls.frmTk1, &ConfigurationEditor::radTk1_Click);
-    onOption(m_controls.frmTk2, &ConfigurationEditor::radTk2_Click);
-    onOption(m_controls.frmTk3, &ConfigurationEditor::radTk3_Click);
-    onOption(m_controls.frmReadTypes, &ConfigurationEditor::radID_Click);
-    onOption(m_controls.frmSendError, &ConfigurationEditor::radSendEr_Click);
-    onOption(m_controls.frmSendTerm, &ConfigurationEditor::radSendTermAfter_Click);
-    onOption(m_controls.frmTrkMap, &ConfigurationEditor::radTrkMap_Click);
-    onOption(m_controls.frmA1_CFG, &ConfigurationEditor::radP080A1_CFG_Click);
-    onOption(m_controls.frmA23_CFG, &ConfigurationEditor::radP080A23_CFG_Click);
-    onOption(m_controls.frmE_CFG, &ConfigurationEditor::radP080E_CFG_Click);
-    onOption(m_controls.frmS_CFG, &ConfigurationEditor::radP080S_CFG_Click);
+    static constexpr auto kHandlers = std::to_array<Handler>({
+        {&fields::radTk1, &ConfigurationEditor::radTk1_Click},
+        {&fields::radTk2, &ConfigurationEditor::radTk2_Click},
+        {&fields::radTk3, &ConfigurationEditor::radTk3_Click},
+        {&fields::radID, &ConfigurationEditor::radID_Click},
+        {&fields::radSendEr, &ConfigurationEditor::radSendEr_Click},
+        {&fields::radSendTermAfter, &ConfigurationEditor::radSendTermAfter_Click},
+        {&fields::radTrkMap, &ConfigurationEditor::radTrkMap_Click},
+        {&fields::radP080A1, &ConfigurationEditor::radP080A1_CFG_Click},
+        {&fields::radP080A23, &ConfigurationEditor::radP080A23_CFG_Click},
+        {&fields::radP080E, &ConfigurationEditor::radP080E_CFG_Click},
+        {&fields::radP080S, &ConfigurationEditor::radP080S_CFG_Click},
+    });
+    for (OptionFrame* const frame : m_controls.optionFrames) {
+        const auto* const named = std::ranges::find(kHandlers, &frame->field(), &Handler::field);
+        if (named != kHandlers.end()) {
+            connect(frame, &OptionFrame::optionClicked, this, named->run);
+        } else {
+            connect(frame, &OptionFrame::optionClicked, this,
+                    [this, frame](int Index) { writeOption(frame->field(), Index); });
+        }
+    }
+}
+
+void ConfigurationEditor::connectChecks()
+{
+    struct Handler
+    {
+        const BitCheck* check;
+        void (ConfigurationEditor::*run)();
+    };
+    static constexpr auto kHandlers = std::to_array<Handler>({
+        {&fields::chkSendSS, &ConfigurationEditor::chkSendSS_Click},
+        {&fields::chkSendEs, &ConfigurationEditor::chkSendEs_Click},
+        {&fields::chkSendLRC, &ConfigurationEditor::chkSendLRC_Click},
+        {&fields::chkSendLC, &ConfigurationEditor::chkSendLC_Click},
+        {&fields::chkSendNBR, &ConfigurationEditor::chkSendNBR_Click},
+    });
+    for (CheckFrame* const frame : m_controls.checkFrames) {
+        connect(frame, &CheckFrame::checkClicked, this, [this](const BitCheck* check) {
+            const auto* const named = std::ranges::find(kHandlers, check, &Handler::check);
+            if (named != kHandlers.end()) {
+                (this->*named->run)();
+            } else {
+                writeCheck(*check);
+            }
+        });
+    }
 }
 
 void ConfigurationEditor::connectEntries()
 {
-    const auto onCheck = [this](QCheckBox* box, void (ConfigurationEditor::*handler)()) {
-        connect(box, &QCheckBox::clicked, this, handler);
-    };
-    onCheck(m_controls.chkSendSS, &ConfigurationEditor::chkSendSS_Click);
-    onCheck(m_controls.chkSendEs, &ConfigurationEditor::chkSendEs_Click);
-    onCheck(m_controls.chkSendLRC, &ConfigurationEditor::chkSendLRC_Click);
-    onCheck(m_controls.chkSendLC, &ConfigurationEditor::chkSendLC_Click);
-    onCheck(m_controls.chkSendNBR, &ConfigurationEditor::chkSendNBR_Click);
-
     m_controls.txtHexEntry->setKeyFilter([this](int& KeyAscii) { txtHexEntry_KeyPress(KeyAscii); });
     m_controls.txtDecEntry->setKeyFilter([this](int& KeyAscii) { txtDecEntry_KeyPress(KeyAscii); });
     connect(m_controls.txtHexEntry, &QLineEdit::textChanged, this, &ConfigurationEditor::txtHexEntry_Change);
@@ -91,7 +122,7 @@ void ConfigurationEditor::EditData_CFG()
     m_session.CurrentAddress = m_row.text(kAddressColumn);
     setEditTitle(editTitle_CFG(m_session.CurrentAddress, m_row.text(kNotesColumn)));
     const std::string value = m_row.text(kValueColumn);
-    m_host.setStatusText(binaryText(hexByte(value)));
+    m_host.setStatusText(binaryText(text::hexByte(value)));
     loadControls(value);
     m_controls.showFor(m_session.CurrentAddress);
     m_table.grid().setCol(kAddressColumn);
@@ -100,7 +131,7 @@ void ConfigurationEditor::EditData_CFG()
 
 void ConfigurationEditor::loadControls(const std::string& value)
 {
-    const std::uint8_t byte = hexByte(value);
+    const std::uint8_t byte = text::hexByte(value);
     m_controls.lblDecEntry->setToolTip({});
     switch (configurationRow(m_session.CurrentAddress)) {
     case ConfigurationRow::Identification:
@@ -133,7 +164,9 @@ void ConfigurationEditor::loadControls(const std::string& value)
             frame->load(value);
         }
     }
-    m_controls.frmSendFlags->load(byte);
+    for (CheckFrame* frame : m_controls.checkFrames) {
+        frame->load(byte);
+    }
 }
 
 // Kept behaviour kb-question-mark: a control character has no picture; one that the code page lacks is stored as ?.
@@ -141,7 +174,7 @@ void ConfigurationEditor::loadCharacterBox(std::uint8_t byte)
 {
     m_controls.txtCharEntry->clear();
     if (byte > kLastControlCharacter) {
-        m_controls.txtCharEntry->setText(QChar(platform::ansiToUnicode(byte)));
+        m_controls.txtCharEntry->setText(QChar(text::ansiToUnicode(byte)));
     }
 }
 
@@ -199,27 +232,27 @@ void ConfigurationEditor::radID_Click(int Index)
 
 void ConfigurationEditor::chkSendSS_Click()
 {
-    writeCheck(fields::chkSendSS, m_controls.chkSendSS);
+    writeCheck(fields::chkSendSS);
 }
 
 void ConfigurationEditor::chkSendEs_Click()
 {
-    writeCheck(fields::chkSendEs, m_controls.chkSendEs);
+    writeCheck(fields::chkSendEs);
 }
 
 void ConfigurationEditor::chkSendLRC_Click()
 {
-    writeCheck(fields::chkSendLRC, m_controls.chkSendLRC);
+    writeCheck(fields::chkSendLRC);
 }
 
 void ConfigurationEditor::chkSendLC_Click()
 {
-    writeCheck(fields::chkSendLC, m_controls.chkSendLC);
+    writeCheck(fields::chkSendLC);
 }
 
 void ConfigurationEditor::chkSendNBR_Click()
 {
-    writeCheck(fields::chkSendNBR, m_controls.chkSendNBR);
+    writeCheck(fields::chkSendNBR);
 }
 
 void ConfigurationEditor::radSendEr_Click(int Index)
@@ -277,7 +310,7 @@ void ConfigurationEditor::txtHexEntry_Change()
     // Kept behaviour kb-terminator-box: the box shows the whole byte, and the options do not change it.
     // The entry is not masked: typing 80 or more as a terminator also asks for it after each track.
     const unsigned kept = m_session.CurrentAddress == kTerminatorAddress ? takeByte() & kPerTrackBit : 0U;
-    m_row.writeByte(static_cast<std::uint8_t>(kept | hexByte(text)));
+    m_row.writeByte(static_cast<std::uint8_t>(kept | text::hexByte(text)));
 }
 
 void ConfigurationEditor::txtHexEntry_KeyPress(int& KeyAscii)
@@ -293,7 +326,7 @@ void ConfigurationEditor::txtDecEntry_Change()
     m_table.grid().setCol(kValueColumn);
     showDelay();
     const std::string text = platform::toAnsi(m_controls.txtDecEntry->text());
-    const double counts = decimalNumber(text);
+    const double counts = text::decimalNumber(text);
     // Kept behaviour kb-too-large: what was legal before the last key stays in the table.
     if (!text.empty() && isLegalDelay(counts)) {
         m_row.writeByte(static_cast<std::uint8_t>(std::nearbyint(counts)));
@@ -302,7 +335,8 @@ void ConfigurationEditor::txtDecEntry_Change()
 
 void ConfigurationEditor::showDelay()
 {
-    m_controls.lblDecEntry->setAnsiText(delayText(decimalNumber(platform::toAnsi(m_controls.txtDecEntry->text()))));
+    m_controls.lblDecEntry->setAnsiText(
+        delayText(text::decimalNumber(platform::toAnsi(m_controls.txtDecEntry->text()))));
 }
 
 void ConfigurationEditor::txtDecEntry_KeyPress(int& KeyAscii)
@@ -328,7 +362,7 @@ void ConfigurationEditor::txtComments_CFG_Change()
 
 std::uint8_t ConfigurationEditor::takeByte()
 {
-    return hexByte(m_row.takeValue());
+    return text::hexByte(m_row.takeValue());
 }
 
 // Kept behaviour kb-same-option: the row is marked also when the byte is the same.
@@ -339,10 +373,10 @@ void ConfigurationEditor::writeOption(const BitField& field, int index)
     }
 }
 
-void ConfigurationEditor::writeCheck(const BitCheck& check, const QCheckBox* box)
+void ConfigurationEditor::writeCheck(const BitCheck& check)
 {
     if (m_row.mayEdit()) {
-        m_row.writeByte(withCheck(check, takeByte(), box->isChecked()));
+        m_row.writeByte(withCheck(check, takeByte(), m_controls.isChecked(check)));
     }
 }
 

@@ -13,8 +13,6 @@
 #include <string>
 #include <string_view>
 
-class QCheckBox;
-
 namespace tables {
 
 struct BitCheck;
@@ -71,6 +69,7 @@ public:
 
 private:
     void connectOptions();
+    void connectChecks();
     void connectEntries();
     void loadControls(const std::string& value);
     void loadDecimalBox(std::uint8_t byte);
@@ -79,7 +78,7 @@ private:
     void showDelay();
 
     void writeOption(const BitField& field, int index);
-    void writeCheck(const BitCheck& check, const QCheckBox* box);
+    void writeCheck(const BitCheck& check);
     [[nodiscard]] std::uint8_t takeByte();
     void ensureTerminator();
     [[nodiscard]] bool sendRow(const std::string& address);

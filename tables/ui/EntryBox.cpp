@@ -1,6 +1,6 @@
 #include "tables/ui/EntryBox.h"
 
-#include "platform/AnsiText.h"
+#include "text/AnsiText.h"
 
 #include <QFocusEvent>
 #include <QKeyEvent>
@@ -87,10 +87,10 @@ QString EntryBox::filtered(const QString& typed) const
 {
     QString kept;
     for (const QChar character : typed) {
-        int KeyAscii = platform::unicodeToAnsi(character.unicode());
+        int KeyAscii = text::unicodeToAnsi(character.unicode());
         m_keyFilter(KeyAscii);
         if (KeyAscii != 0) {
-            kept += QChar(platform::ansiToUnicode(static_cast<std::uint8_t>(KeyAscii)));
+            kept += QChar(text::ansiToUnicode(static_cast<std::uint8_t>(KeyAscii)));
         }
     }
     return kept;

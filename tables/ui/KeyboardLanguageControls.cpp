@@ -11,6 +11,8 @@
 #include <QWidget>
 
 #include <algorithm>
+#include <array>
+#include <span>
 
 namespace tables {
 
@@ -34,16 +36,15 @@ KeyboardLanguageControls::KeyboardLanguageControls(QWidget& area)
     : m_area(area)
 {
     lblEditTitle_KB = new EditTitle(QStringLiteral("lblEditTitle_KB"), &area);
-    frmA1_KB = addFrame(fields::radP080A1);
-    frmA23_KB = addFrame(fields::radP080A23);
-    frmE_KB = addFrame(fields::radP080E);
-    frmS_KB = addFrame(fields::radP080S);
-    flagFrames = {frmA1_KB, frmA23_KB, frmE_KB, frmS_KB};
-    frmShiftFlagA1_KB = addFrame(fields::radShiftA1);
-    frmShiftFlagA2_KB = addFrame(fields::radShiftA2);
-    frmShiftFlagA3_KB = addFrame(fields::radShiftA3);
-    frmShiftFlagA4_KB = addFrame(fields::radShiftA4);
-    shiftFrames = {frmShiftFlagA1_KB, frmShiftFlagA2_KB, frmShiftFlagA3_KB, frmShiftFlagA4_KB};
+    const auto addFrames = [&](std::span<const BitField* const> fields) {
+        std::vector<OptionFrame*> frames;
+        for (const BitField* const field : fields) {
+            frames.push_back(new OptionFrame(*field, kSuffix, &area));
+        }
+        return frames;
+    };
+    flagFrames = addFrames(fields::keyboardFlags_KB());
+    shiftFrames = addFrames(fields::shiftFlags_KB());
     lblScanCode_KB = new PlainLabel(QStringLiteral("lblScanCode_KB"), kScanCodeLabel, &area);
     txtHexEntry_KB = addBox(QStringLiteral("txtHexEntry_KB"), 2, kHexPrompt);
     txtHexEntry_KB->setAccessibleName(QStringLiteral("Scan code"));
@@ -60,11 +61,6 @@ KeyboardLanguageControls::KeyboardLanguageControls(QWidget& area)
     hideAll();
 }
 
-OptionFrame* KeyboardLanguageControls::addFrame(const BitField& field)
-{
-    return new OptionFrame(field, kSuffix, &m_area);
-}
-
 EntryBox* KeyboardLanguageControls::addBox(const QString& name, int digits, std::string_view prompt)
 {
     auto* box = new EntryBox(name, digits, &m_area);
@@ -74,9 +70,13 @@ EntryBox* KeyboardLanguageControls::addBox(const QString& name, int digits, std:
 
 void KeyboardLanguageControls::hideAll()
 {
-    for (QWidget* control : std::to_array<QWidget*>(
-             {frmA1_KB, frmA23_KB, frmE_KB, frmS_KB, frmShiftFlagA1_KB, frmShiftFlagA2_KB, frmShiftFlagA3_KB,
-              frmShiftFlagA4_KB, lblScanCode_KB, txtHexEntry_KB, txtHexEntry2_KB, lblHexEntry_KB, txtDecEntry_KB})) {
+    for (const auto* frames : {&flagFrames, &shiftFrames}) {
+        for (OptionFrame* frame : *frames) {
+            frame->hide();
+        }
+    }
+    for (QWidget* control :
+         std::to_array<QWidget*>({lblScanCode_KB, txtHexEntry_KB, txtHexEntry2_KB, lblHexEntry_KB, txtDecEntry_KB})) {
         control->hide();
     }
 }
@@ -108,7 +108,7 @@ void KeyboardLanguageControls::arrange(KeyboardRow kind)
     }
 }
 
-void KeyboardLanguageControls::stackFrames(const std::array<OptionFrame*, 4>& frames, double titleHeights)
+void KeyboardLanguageControls::stackFrames(const std::vector<OptionFrame*>& frames, double titleHeights)
 {
     int top = belowTitle(titleHeights);
     for (OptionFrame* frame : frames) {
@@ -135,7 +135,7 @@ void KeyboardLanguageControls::arrangeScanCode()
     const int left = entryLeft();
     const int width = std::max(m_area.width() - left, 0);
     const int gap = m_area.fontMetrics().height() / 4;
-    lblScanCode_KB->setGeometry(left, frmShiftFlagA1_KB->y(), width, lblScanCode_KB->sizeHint().height());
+    lblScanCode_KB->setGeometry(left, shiftFrames.front()->y(), width, lblScanCode_KB->sizeHint().height());
     const QSize box = txtHexEntry_KB->sizeHint();
     txtHexEntry_KB->setGeometry({{left, lblScanCode_KB->geometry().bottom() + 1 + gap}, box});
     lblHexEntry_KB->setBuddy(txtHexEntry_KB);
@@ -150,7 +150,7 @@ QSize KeyboardLanguageControls::minimumSize() const
     return {entryLeft() + kHintColumn * m_area.fontMetrics().averageCharWidth(), height};
 }
 
-int KeyboardLanguageControls::stackHeight(const std::array<OptionFrame*, 4>& frames, double titleHeights) const
+int KeyboardLanguageControls::stackHeight(const std::vector<OptionFrame*>& frames, double titleHeights) const
 {
     int height = belowTitle(titleHeights);
     for (const OptionFrame* frame : frames) {
@@ -162,9 +162,10 @@ int KeyboardLanguageControls::stackHeight(const std::array<OptionFrame*, 4>& fra
 int KeyboardLanguageControls::frameWidth() const
 {
     int width = 0;
-    for (const OptionFrame* frame : {frmA1_KB, frmA23_KB, frmE_KB, frmS_KB, frmShiftFlagA1_KB, frmShiftFlagA2_KB,
-                                     frmShiftFlagA3_KB, frmShiftFlagA4_KB}) {
-        width = std::max(width, frame->sizeHint().width());
+    for (const auto* frames : {&flagFrames, &shiftFrames}) {
+        for (const OptionFrame* frame : *frames) {
+            width = std::max(width, frame->sizeHint().width());
+        }
     }
     return width;
 }

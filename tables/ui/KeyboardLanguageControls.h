@@ -1,11 +1,11 @@
 #pragma once
 
-#include "tables/RowKinds.h"
+#include "tables/Parameters.h"
 
 #include <QSize>
 
-#include <array>
 #include <string_view>
+#include <vector>
 
 class QWidget;
 
@@ -15,7 +15,6 @@ class EditTitle;
 class EntryBox;
 class OptionFrame;
 class PlainLabel;
-struct BitField;
 
 // The controls of the Keyboard Language editor under their names, and their places. Every place is measured from the
 // title: its top, its height and its left edge.
@@ -35,30 +34,22 @@ struct KeyboardLanguageControls
     [[nodiscard]] QSize minimumSize() const;
 
     EditTitle* lblEditTitle_KB = nullptr;
-    OptionFrame* frmA1_KB = nullptr;
-    OptionFrame* frmA23_KB = nullptr;
-    OptionFrame* frmE_KB = nullptr;
-    OptionFrame* frmS_KB = nullptr;
-    OptionFrame* frmShiftFlagA1_KB = nullptr;
-    OptionFrame* frmShiftFlagA2_KB = nullptr;
-    OptionFrame* frmShiftFlagA3_KB = nullptr;
-    OptionFrame* frmShiftFlagA4_KB = nullptr;
     PlainLabel* lblScanCode_KB = nullptr;
     EntryBox* txtHexEntry_KB = nullptr;
     EntryBox* txtHexEntry2_KB = nullptr;
     PlainLabel* lblHexEntry_KB = nullptr;
     EntryBox* txtDecEntry_KB = nullptr; // no row shows it
 
-    std::array<OptionFrame*, 4> flagFrames{};  // of 080, from top to bottom
-    std::array<OptionFrame*, 4> shiftFrames{}; // of a pair
+    // Built from the bit fields' descriptions, which give them their names: frmA1_KB, frmShiftFlagA1_KB and so on.
+    std::vector<OptionFrame*> flagFrames;  // of 080, from top to bottom
+    std::vector<OptionFrame*> shiftFrames; // of a pair
 
 private:
-    OptionFrame* addFrame(const BitField& field);
     EntryBox* addBox(const QString& name, int digits, std::string_view prompt);
-    void stackFrames(const std::array<OptionFrame*, 4>& frames, double titleHeights);
+    void stackFrames(const std::vector<OptionFrame*>& frames, double titleHeights);
     void arrangeIdBytes();
     void arrangeScanCode();
-    [[nodiscard]] int stackHeight(const std::array<OptionFrame*, 4>& frames, double titleHeights) const;
+    [[nodiscard]] int stackHeight(const std::vector<OptionFrame*>& frames, double titleHeights) const;
     [[nodiscard]] int frameWidth() const;
     [[nodiscard]] int belowTitle(double titleHeights) const;
     [[nodiscard]] int entryLeft() const;

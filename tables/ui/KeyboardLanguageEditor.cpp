@@ -3,13 +3,15 @@
 #include "platform/qt/AnsiText.h"
 #include "tables/BitFields.h"
 #include "tables/EditorTexts.h"
-#include "tables/HexText.h"
 #include "tables/KeyFilters.h"
 #include "tables/ui/EditTitle.h"
 #include "tables/ui/EntryBox.h"
 #include "tables/ui/OptionFrame.h"
 #include "tables/ui/SendQuestion.h"
+#include "text/HexText.h"
 
+#include <algorithm>
+#include <array>
 #include <vector>
 
 namespace tables {
@@ -42,17 +44,34 @@ KeyboardLanguageEditor::KeyboardLanguageEditor(LiveTable& table, EditSession& se
 
 void KeyboardLanguageEditor::connectControls()
 {
-    const auto onOption = [this](OptionFrame* frame, void (KeyboardLanguageEditor::*handler)(int)) {
-        connect(frame, &OptionFrame::optionClicked, this, handler);
+    struct Handler
+    {
+        const BitField* field;
+        void (KeyboardLanguageEditor::*run)(int);
     };
-    onOption(m_controls.frmE_KB, &KeyboardLanguageEditor::radP080E_KB_Click);
-    onOption(m_controls.frmA1_KB, &KeyboardLanguageEditor::radP080A1_KB_Click);
-    onOption(m_controls.frmA23_KB, &KeyboardLanguageEditor::radP080A23_KB_Click);
-    onOption(m_controls.frmS_KB, &KeyboardLanguageEditor::radP080S_KB_Click);
-    onOption(m_controls.frmShiftFlagA1_KB, &KeyboardLanguageEditor::radShiftA1_KB_Click);
-    onOption(m_controls.frmShiftFlagA2_KB, &KeyboardLanguageEditor::radShiftA2_KB_Click);
-    onOption(m_controls.frmShiftFlagA3_KB, &KeyboardLanguageEditor::radShiftA3_KB_Click);
-    onOption(m_controls.frmShiftFlagA4_KB, &KeyboardLanguageEditor::radShiftA4_KB_Click);
+    static constexpr auto kHandlers = std::to_array<Handler>({
+        {&fields::radP080E, &KeyboardLanguageEditor::radP080E_KB_Click},
+        {&fields::radP080A1, &KeyboardLanguageEditor::radP080A1_KB_Click},
+        {&fields::radP080A23, &KeyboardLanguageEditor::radP080A23_KB_Click},
+        {&fields::radP080S, &KeyboardLanguageEditor::radP080S_KB_Click},
+        {&fields::radShiftA1, &KeyboardLanguageEditor::radShiftA1_KB_Click},
+        {&fields::radShiftA2, &KeyboardLanguageEditor::radShiftA2_KB_Click},
+        {&fields::radShiftA3, &KeyboardLanguageEditor::radShiftA3_KB_Click},
+        {&fields::radShiftA4, &KeyboardLanguageEditor::radShiftA4_KB_Click},
+    });
+    const auto connectFrames = [this](const std::vector<OptionFrame*>& frames, auto write) {
+        for (OptionFrame* const frame : frames) {
+            const auto* const named = std::ranges::find(kHandlers, &frame->field(), &Handler::field);
+            if (named != kHandlers.end()) {
+                connect(frame, &OptionFrame::optionClicked, this, named->run);
+            } else {
+                connect(frame, &OptionFrame::optionClicked, this,
+                        [this, frame, write](int Index) { (this->*write)(frame->field(), Index); });
+            }
+        }
+    };
+    connectFrames(m_controls.flagFrames, &KeyboardLanguageEditor::writeFlags);
+    connectFrames(m_controls.shiftFrames, &KeyboardLanguageEditor::writeShiftFlag);
 
     m_controls.txtHexEntry_KB->setKeyFilter([this](int& KeyAscii) { txtHexEntry_KB_KeyPress(KeyAscii); });
     m_controls.txtHexEntry2_KB->setKeyFilter([this](int& KeyAscii) { txtHexEntry2_KB_KeyPress(KeyAscii); });
@@ -97,7 +116,7 @@ void KeyboardLanguageEditor::EditData_KB()
 
 void KeyboardLanguageEditor::loadFlags(const std::string& value)
 {
-    m_host.setStatusText(binaryText(hexByte(value)));
+    m_host.setStatusText(binaryText(text::hexByte(value)));
     for (OptionFrame* frame : m_controls.flagFrames) {
         frame->load(value);
     }
@@ -105,19 +124,20 @@ void KeyboardLanguageEditor::loadFlags(const std::string& value)
 
 void KeyboardLanguageEditor::loadIdBytes(const std::string& value)
 {
-    const PairValue bytes = pairValue(value);
-    m_controls.txtHexEntry2_KB->setText(platform::toQString(hexTwoDigits(bytes.first) + hexTwoDigits(bytes.second)));
+    const text::PairValue bytes = text::pairValue(value);
+    m_controls.txtHexEntry2_KB->setText(
+        platform::toQString(text::hexTwoDigits(bytes.first) + text::hexTwoDigits(bytes.second)));
     m_host.setStatusText(binaryText(bytes.first, bytes.second));
 }
 
 void KeyboardLanguageEditor::loadPair(const std::string& value)
 {
-    const PairValue pair = pairValue(value);
+    const text::PairValue pair = text::pairValue(value);
     m_host.setStatusText(binaryText(pair.first, pair.second));
     for (OptionFrame* frame : m_controls.shiftFrames) {
-        frame->load(leftOf(value, 2));
+        frame->load(text::leftOf(value, 2));
     }
-    m_controls.txtHexEntry_KB->setText(platform::toQString(rightOf(value, 2)));
+    m_controls.txtHexEntry_KB->setText(platform::toQString(text::rightOf(value, 2)));
     m_host.showEmptyDecEntry();
 }
 
@@ -184,8 +204,8 @@ void KeyboardLanguageEditor::radShiftA4_KB_Click(int Index)
 void KeyboardLanguageEditor::txtHexEntry_KB_Change()
 {
     if (m_row.mayEdit()) {
-        PairValue pair = pairValue(m_row.takeValue());
-        pair.second = hexByte(platform::toAnsi(m_controls.txtHexEntry_KB->text()));
+        text::PairValue pair = text::pairValue(m_row.takeValue());
+        pair.second = text::hexByte(platform::toAnsi(m_controls.txtHexEntry_KB->text()));
         writePair(pair);
     }
 }
@@ -202,7 +222,7 @@ void KeyboardLanguageEditor::txtHexEntry2_KB_Change()
         return;
     }
     m_table.grid().setCol(kValueColumn);
-    m_row.writeText(pairText(pairValue(text)));
+    m_row.writeText(text::pairText(text::pairValue(text)));
     m_row.markChanged();
 }
 
@@ -216,22 +236,22 @@ void KeyboardLanguageEditor::txtHexEntry2_KB_KeyPress(int& KeyAscii)
 void KeyboardLanguageEditor::writeFlags(const BitField& field, int index)
 {
     if (m_row.mayEdit()) {
-        m_row.writeByte(withOption(field, hexByte(m_row.takeValue()), index));
+        m_row.writeByte(withOption(field, text::hexByte(m_row.takeValue()), index));
     }
 }
 
 void KeyboardLanguageEditor::writeShiftFlag(const BitField& field, int index)
 {
     if (m_row.mayEdit()) {
-        PairValue pair = pairValue(m_row.takeValue());
+        text::PairValue pair = text::pairValue(m_row.takeValue());
         pair.first = withOption(field, pair.first, index);
         writePair(pair);
     }
 }
 
-void KeyboardLanguageEditor::writePair(const PairValue& pair)
+void KeyboardLanguageEditor::writePair(const text::PairValue& pair)
 {
-    m_row.writeText(pairText(pair));
+    m_row.writeText(text::pairText(pair));
     m_host.setStatusText(binaryText(pair.first, pair.second));
     m_row.markChanged();
 }

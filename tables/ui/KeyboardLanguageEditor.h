@@ -5,9 +5,9 @@
 #include "tables/EditedRow.h"
 #include "tables/EditorHost.h"
 #include "tables/LiveTable.h"
-#include "tables/PairValue.h"
-#include "tables/RowKinds.h"
+#include "tables/Parameters.h"
 #include "tables/ui/KeyboardLanguageControls.h"
+#include "text/PairValue.h"
 
 #include <QWidget>
 
@@ -67,7 +67,7 @@ private:
 
     void writeFlags(const BitField& field, int index);
     void writeShiftFlag(const BitField& field, int index);
-    void writePair(const PairValue& pair);
+    void writePair(const text::PairValue& pair);
     void sendSettings(std::span<const std::string> settings);
 
     LiveTable& m_table;

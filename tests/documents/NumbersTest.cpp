@@ -5,11 +5,11 @@
 #include "platform/ProfileText.h"
 #include "simulator/ParameterMemory.h"
 #include "tables/BitFields.h"
-#include "tables/Defaults.h"
 #include "tables/EditorTexts.h"
-#include "tables/HexText.h"
+#include "tables/Parameters.h"
 #include "tests/documents/Document.h"
 #include "tests/support/RunnableTest.h"
+#include "text/HexText.h"
 
 #include "tests/support/SourceFile.h"
 
@@ -68,15 +68,15 @@ QString text(int number)
     return QString::number(number);
 }
 
-int rowsOf(const std::span<const tables::DefaultRow>& rows)
+int rowsOf(const std::span<const tables::Parameter>& rows)
 {
     return static_cast<int>(rows.size());
 }
 
-int pairsOf(const std::span<const tables::DefaultRow>& rows)
+int pairsOf(const std::span<const tables::Parameter>& rows)
 {
     return static_cast<int>(std::ranges::count_if(
-        rows, [](const tables::DefaultRow& row) { return row.address.size() > 3 && row.address != "081-082"; }));
+        rows, [](const tables::Parameter& row) { return row.address.size() > 3 && row.address != "081-082"; }));
 }
 
 // Seconds of a Retrieve: the commands of the identification and one for each byte, three ticks each.
@@ -89,8 +89,8 @@ QString secondsOf(int bytes)
 
 QString defaultOf(std::string_view address)
 {
-    for (const auto& rows : {tables::defaultRows_CFG(), tables::defaultRows_KB()}) {
-        for (const tables::DefaultRow& row : rows) {
+    for (const auto& rows : {tables::parameters_CFG(), tables::parameters_KB()}) {
+        for (const tables::Parameter& row : rows) {
             if (row.address == address) {
                 return QString::fromStdString(std::string(row.value));
             }
@@ -150,7 +150,7 @@ QString highestPort()
 
 QString hex(int byte)
 {
-    return QString::fromStdString(tables::hexTwoDigits(static_cast<std::uint8_t>(byte)));
+    return QString::fromStdString(text::hexTwoDigits(static_cast<std::uint8_t>(byte)));
 }
 
 QString withTerminatorFlag(int byte)
@@ -160,8 +160,8 @@ QString withTerminatorFlag(int byte)
 
 std::vector<Told> toldNumbers()
 {
-    const auto rows_CFG = tables::defaultRows_CFG();
-    const auto rows_KB = tables::defaultRows_KB();
+    const auto rows_CFG = tables::parameters_CFG();
+    const auto rows_KB = tables::parameters_KB();
     const int bytes_KB = 1 + 2 * (rowsOf(rows_KB) - 1);
     return {
         {"The table has 27 rows:", text(rowsOf(rows_CFG))},
@@ -192,8 +192,8 @@ std::vector<Told> toldNumbers()
         {"now reads 00-21.", "00-21"}, // what the job types
         {"still reads 00-21.", "00-21"},
         {"and type 21. The row", "21"},
-        {"the row 014 reads 67.", hex(tables::hexByte(defaultOf("014").toStdString()) | 0x04)}, // with lower case
-        {"the row reads 67.", hex(tables::hexByte(defaultOf("014").toStdString()) | 0x04)},
+        {"the row 014 reads 67.", hex(text::hexByte(defaultOf("014").toStdString()) | 0x04)}, // with lower case
+        {"the row reads 67.", hex(text::hexByte(defaultOf("014").toStdString()) | 0x04)},
         {"to 20 (hexadecimal)", "20"},
         {"and type 20.", "20"},
         {"shows 20, and", "20"},

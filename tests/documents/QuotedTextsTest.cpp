@@ -1,4 +1,4 @@
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 #include "tests/documents/Document.h"
 #include "tests/documents/ProgramTexts.h"
 #include "tests/support/RunnableTest.h"
@@ -104,7 +104,7 @@ ProgramTexts programTexts()
         }
     }
     texts.addSource(readSource("simulator/posix/Simulator.cpp"));
-    for (const tables::DefaultRow& row : tables::defaultRows_KB()) {
+    for (const tables::Parameter& row : tables::parameters_KB()) {
         texts.addText(QString::fromStdString(std::string(row.notes)));
     }
     for (const QString& line : readSource("packaging/linux/teslin-configure.desktop").split(u'\n')) {

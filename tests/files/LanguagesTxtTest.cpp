@@ -1,8 +1,8 @@
 #include "files/KeyboardLayouts.h"
-#include "platform/AnsiText.h"
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/SourceFile.h"
+#include "text/AnsiText.h"
 
 #include <QFile>
 #include <QSet>
@@ -96,7 +96,7 @@ const Layout kLayouts[] = {
 QByteArray readerKey(char character)
 {
     const QByteArray code = QByteArray(1, character).toHex().toUpper();
-    for (const tables::DefaultRow& row : tables::defaultRows_KB()) {
+    for (const tables::Parameter& row : tables::parameters_KB()) {
         if (QByteArray(row.notes.data(), static_cast<qsizetype>(row.notes.size())).startsWith(code + ", ")) {
             return {row.value.data(), static_cast<qsizetype>(row.value.size())};
         }
@@ -111,7 +111,7 @@ QByteArray tableText(const Key& key)
 
 std::string ansi(const Key& key)
 {
-    return {static_cast<char>(platform::unicodeToAnsi(key.character))};
+    return {static_cast<char>(text::unicodeToAnsi(key.character))};
 }
 
 } // namespace

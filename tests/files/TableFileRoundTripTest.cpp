@@ -1,6 +1,6 @@
 #include "files/TableFileParser.h"
 #include "files/TableFileWriter.h"
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 #include "tests/files/RowTexts.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/SourceFile.h"
@@ -18,10 +18,10 @@ using tables::ParamRow;
 
 namespace {
 
-std::vector<ParamRow> rowsOf(std::span<const tables::DefaultRow> defaults)
+std::vector<ParamRow> rowsOf(std::span<const tables::Parameter> defaults)
 {
     std::vector<ParamRow> rows;
-    for (const tables::DefaultRow& row : defaults) {
+    for (const tables::Parameter& row : defaults) {
         rows.push_back(dataRow(std::string(row.address), std::string(row.value), std::string(row.notes)));
     }
     return rows;
@@ -43,7 +43,7 @@ class TableFileRoundTripTest final : public QObject
 private slots:
     void factoryConfiguration()
     {
-        const std::vector<ParamRow> rows = rowsOf(tables::defaultRows_CFG());
+        const std::vector<ParamRow> rows = rowsOf(tables::parameters_CFG());
         const QByteArray file = golden("golden/FactoryDefaults.tlc");
         QCOMPARE(file.count("\r\n"), 28);
         QCOMPARE(QByteArray::fromStdString(files::writeTableFile_CFG("", rows)), file);
@@ -55,7 +55,7 @@ private slots:
 
     void factoryKeyboardLanguage()
     {
-        const std::vector<ParamRow> rows = rowsOf(tables::defaultRows_KB());
+        const std::vector<ParamRow> rows = rowsOf(tables::parameters_KB());
         const QByteArray file = golden("golden/FactoryDefaults.txt");
         QCOMPARE(file.count("\r\n"), 75);
         QCOMPARE(QByteArray::fromStdString(files::writeTableFile_KB("", rows)), file);
@@ -87,7 +87,7 @@ private slots:
     {
         QFETCH(std::string, typed);
         QFETCH(std::string, loaded);
-        const std::vector<ParamRow> rows = rowsOf(tables::defaultRows_CFG());
+        const std::vector<ParamRow> rows = rowsOf(tables::parameters_CFG());
         const TableFile table = files::parseTableFile_CFG(files::writeTableFile_CFG(typed, rows));
         QCOMPARE(table.comment, loaded);
         QCOMPARE(rowTexts(table.rows), rowTexts(rows));
@@ -120,7 +120,7 @@ private slots:
         QFETCH(std::string, typed);
         QFETCH(std::string, loaded);
         QFETCH(QByteArrayList, rowsInFront);
-        const std::vector<ParamRow> rows = rowsOf(tables::defaultRows_KB());
+        const std::vector<ParamRow> rows = rowsOf(tables::parameters_KB());
         const TableFile table = files::parseTableFile_KB(files::writeTableFile_KB(typed, rows));
         QCOMPARE(table.comment, loaded);
         QCOMPARE(rowTexts(table.rows), rowsInFront + rowTexts(rows));

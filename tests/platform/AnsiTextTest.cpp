@@ -1,4 +1,4 @@
-#include "platform/AnsiText.h"
+#include "text/AnsiText.h"
 #include "platform/qt/AnsiText.h"
 #include "tests/support/RunnableTest.h"
 
@@ -23,11 +23,11 @@ private slots:
 
     void knownCharacters()
     {
-        QCOMPARE(ansiToUnicode(0x95), char16_t{0x2022});
-        QCOMPARE(ansiToUnicode(0x80), char16_t{0x20AC});
-        QCOMPARE(ansiToUnicode(0xE9), char16_t{0x00E9});
-        QCOMPARE(int{unicodeToAnsi(0x20AC)}, 0x80);
-        QCOMPARE(int{unicodeToAnsi(0x2122)}, 0x99);
+        QCOMPARE(text::ansiToUnicode(0x95), char16_t{0x2022});
+        QCOMPARE(text::ansiToUnicode(0x80), char16_t{0x20AC});
+        QCOMPARE(text::ansiToUnicode(0xE9), char16_t{0x00E9});
+        QCOMPARE(int{text::unicodeToAnsi(0x20AC)}, 0x80);
+        QCOMPARE(int{text::unicodeToAnsi(0x2122)}, 0x99);
     }
 
     void undefinedBytesKeepTheirNumber_data()
@@ -40,8 +40,8 @@ private slots:
     void undefinedBytesKeepTheirNumber()
     {
         QFETCH(int, byte);
-        QCOMPARE(int{ansiToUnicode(static_cast<std::uint8_t>(byte))}, byte);
-        QCOMPARE(int{unicodeToAnsi(static_cast<char32_t>(byte))}, byte);
+        QCOMPARE(int{text::ansiToUnicode(static_cast<std::uint8_t>(byte))}, byte);
+        QCOMPARE(int{text::unicodeToAnsi(static_cast<char32_t>(byte))}, byte);
     }
 
     void foreignCharactersBecomeQuestionMarks()

@@ -1,6 +1,6 @@
 #include "tests/report/ScriptedTable.h"
 
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 
 #include <QtGlobal>
 
@@ -12,10 +12,10 @@ namespace scripted {
 
 namespace {
 
-Rows rowsOf(std::span<const tables::DefaultRow> defaults)
+Rows rowsOf(std::span<const tables::Parameter> defaults)
 {
     Rows rows;
-    for (const tables::DefaultRow& row : defaults) {
+    for (const tables::Parameter& row : defaults) {
         rows.push_back({std::string(row.address), std::string(row.value)});
     }
     return rows;
@@ -46,12 +46,12 @@ report::TableAccess keyboardTable(Rows rows)
 
 Rows defaults_CFG()
 {
-    return rowsOf(tables::defaultRows_CFG());
+    return rowsOf(tables::parameters_CFG());
 }
 
 Rows defaults_KB()
 {
-    return rowsOf(tables::defaultRows_KB());
+    return rowsOf(tables::parameters_KB());
 }
 
 Rows filledWith(Rows rows, const std::string& twoDigits)

@@ -1,6 +1,6 @@
 #include "tests/system/ExpectedCommands.h"
 
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 
 #include <QList>
 #include <QStringList>
@@ -144,10 +144,10 @@ QString values_KB(const QByteArray& memory)
 QByteArray factoryMemory()
 {
     QByteArray memory;
-    for (const tables::DefaultRow& row : tables::defaultRows_CFG()) {
+    for (const tables::Parameter& row : tables::parameters_CFG()) {
         memory += setting(bytes(row.address), bytes(row.value));
     }
-    for (const tables::DefaultRow& row : tables::defaultRows_KB()) {
+    for (const tables::Parameter& row : tables::parameters_KB()) {
         const QByteArrayList addresses = bytes(row.address).split('-');
         const QByteArrayList values = bytes(row.value).split('-');
         for (qsizetype i = 0; i < addresses.size(); ++i) {

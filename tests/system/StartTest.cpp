@@ -3,7 +3,7 @@
 #include "tests/system/Limits.h"
 #include "tests/system/SystemFixture.h"
 
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 
 #include <QDir>
 #include <QFile>
@@ -19,10 +19,10 @@ QString joined(const QStringList& lines)
     return lines.join(u"\r\n"_s);
 }
 
-QList<QStringList> rowsOf(std::span<const tables::DefaultRow> rows)
+QList<QStringList> rowsOf(std::span<const tables::Parameter> rows)
 {
     QList<QStringList> texts;
-    for (const tables::DefaultRow& row : rows) {
+    for (const tables::Parameter& row : rows) {
         QStringList cells = {QString()};
         for (const std::string_view cell : {row.address, row.value, row.notes}) {
             cells.append(QString::fromLatin1(cell.data(), static_cast<qsizetype>(cell.size())));
@@ -79,8 +79,8 @@ private slots:
         const QString captions = u"Changed\tAdr\tHex\tNotes"_s;
         QCOMPARE(m_program.ask(u"header grdCFG"_s), captions);
         QCOMPARE(m_program.ask(u"header grdKB"_s), captions);
-        QCOMPARE(m_program.rows(u"grdCFG"_s), rowsOf(tables::defaultRows_CFG()));
-        QCOMPARE(m_program.rows(u"grdKB"_s), rowsOf(tables::defaultRows_KB()));
+        QCOMPARE(m_program.rows(u"grdCFG"_s), rowsOf(tables::parameters_CFG()));
+        QCOMPARE(m_program.rows(u"grdKB"_s), rowsOf(tables::parameters_KB()));
         // The same in words of this test.
         QCOMPARE(m_program.rows(u"grdCFG"_s).size(), 27);
         QCOMPARE(m_program.rows(u"grdKB"_s).size(), 75);
@@ -237,8 +237,8 @@ private slots:
         QVERIFY(program.act(u"press OK"_s));
         // The program goes on regardless.
         QVERIFY(desk.waitForWindow());
-        QTRY_COMPARE_WITH_TIMEOUT(program.rows(u"grdKB"_s), rowsOf(tables::defaultRows_KB()), kAtOnce);
-        QCOMPARE(program.rows(u"grdCFG"_s), rowsOf(tables::defaultRows_CFG()));
+        QTRY_COMPARE_WITH_TIMEOUT(program.rows(u"grdKB"_s), rowsOf(tables::parameters_KB()), kAtOnce);
+        QCOMPARE(program.rows(u"grdCFG"_s), rowsOf(tables::parameters_CFG()));
         QCOMPARE(program.box(), QString());
     }
 };

@@ -12,8 +12,6 @@ QString text(const char* ascii)
     return QLatin1String(ascii);
 }
 
-} // namespace
-
 class ConfigurationBoxesTest final : public QObject
 {
     Q_OBJECT
@@ -275,6 +273,8 @@ private slots:
         QCOMPARE(w.selected("radSendTermAfter"), 0);
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<ConfigurationBoxesTest> kRunnable;
 #include "ConfigurationBoxesTest.moc"

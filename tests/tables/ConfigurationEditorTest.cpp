@@ -34,8 +34,6 @@ QStringList shownControls(EditorWindow& w)
     return shown;
 }
 
-} // namespace
-
 class ConfigurationEditorTest final : public QObject
 {
     Q_OBJECT
@@ -301,6 +299,8 @@ private slots:
         QCOMPARE(w.session.CurrentAddress, "013");
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<ConfigurationEditorTest> kRunnable;
 #include "ConfigurationEditorTest.moc"

@@ -91,8 +91,6 @@ void turnWheel(QWidget* control)
     }
 }
 
-} // namespace
-
 class EditorLooksTest final : public QObject
 {
     Q_OBJECT
@@ -356,6 +354,8 @@ private:
         QVERIFY(std::any_of(controls.begin(), controls.end(), isInput) || controls.size() == 2);
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<EditorLooksTest> kRunnable;
 #include "EditorLooksTest.moc"

@@ -1,8 +1,8 @@
 #include "tables/EditorTexts.h"
 #include "tables/KeyFilters.h"
-#include "tables/PairValue.h"
-#include "tables/RowKinds.h"
+#include "tables/Parameters.h"
 #include "tests/support/RunnableTest.h"
+#include "text/PairValue.h"
 
 #include <QTest>
 
@@ -88,14 +88,14 @@ private slots:
 
     void pairs()
     {
-        QCOMPARE(int{pairValue("20-03").first}, 0x20);
-        QCOMPARE(int{pairValue("20-03").second}, 0x03);
-        QCOMPARE(pairText({.first = 0x01, .second = 0xAB}), "01-AB");
-        QCOMPARE(int{pairValue("").first}, 0);
-        QCOMPARE(int{pairValue("7").second}, 7);
-        QCOMPARE(leftOf("ab", 3), "ab");
-        QCOMPARE(rightOf("ab", 3), "ab");
-        QCOMPARE(rightOf("abcd", 3), "bcd");
+        QCOMPARE(int{text::pairValue("20-03").first}, 0x20);
+        QCOMPARE(int{text::pairValue("20-03").second}, 0x03);
+        QCOMPARE(text::pairText({.first = 0x01, .second = 0xAB}), "01-AB");
+        QCOMPARE(int{text::pairValue("").first}, 0);
+        QCOMPARE(int{text::pairValue("7").second}, 7);
+        QCOMPARE(text::leftOf("ab", 3), "ab");
+        QCOMPARE(text::rightOf("ab", 3), "ab");
+        QCOMPARE(text::rightOf("abcd", 3), "bcd");
     }
 
     void keyboardRows()

@@ -31,8 +31,6 @@ public:
     QList<int> keys;
 };
 
-} // namespace
-
 class EntryBoxTest final : public QObject
 {
     Q_OBJECT
@@ -205,6 +203,8 @@ private slots:
         QVERIFY(!box->hasSelectedText());
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<EntryBoxTest> kRunnable;
 #include "EntryBoxTest.moc"

@@ -33,8 +33,6 @@ const char* const kIdControls = "txtHexEntry2_KB lblHexEntry_KB";
 const char* const kPairControls = "frmShiftFlagA1_KB frmShiftFlagA2_KB frmShiftFlagA3_KB frmShiftFlagA4_KB "
                                   "lblScanCode_KB txtHexEntry_KB lblHexEntry_KB";
 
-} // namespace
-
 class KeyboardLanguageEditorTest final : public QObject
 {
     Q_OBJECT
@@ -360,6 +358,8 @@ private:
         }
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<KeyboardLanguageEditorTest> kRunnable;
 #include "KeyboardLanguageEditorTest.moc"

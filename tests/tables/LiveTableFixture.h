@@ -1,10 +1,10 @@
 #pragma once
 
-#include "tables/HexText.h"
 #include "tables/LiveTable.h"
 #include "tests/support/FakeGrid.h"
 #include "tests/support/FakeTableHost.h"
 #include "tests/support/TextToString.h"
+#include "text/HexText.h"
 
 #include <algorithm>
 #include <string>
@@ -51,7 +51,7 @@ struct LiveTableFixture
         session.EditState = tables::EditSession::kEditing;
         forget();
     }
-    static std::string loadedAddress(int row) { return tables::hexThreeDigits(0x200U + static_cast<unsigned>(row)); }
+    static std::string loadedAddress(int row) { return text::hexThreeDigits(0x200U + static_cast<unsigned>(row)); }
 
     void forget()
     {

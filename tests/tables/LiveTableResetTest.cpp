@@ -14,7 +14,7 @@ using Texts = std::vector<std::string>;
 Texts defaultCells(const TableKind& kind)
 {
     Texts texts{"Changed", "Adr", "Hex", "Notes"};
-    for (const DefaultRow& row : kind.defaults) {
+    for (const Parameter& row : kind.defaults) {
         texts.emplace_back();
         texts.emplace_back(row.address);
         texts.emplace_back(row.value);
@@ -65,20 +65,20 @@ private slots:
         QCOMPARE(int{f.table.LastRow}, 1);
     }
 
-    void everyDefaultRowIsFoundByItsAddress_data()
+    void everyParameterIsFoundByItsAddress_data()
     {
         QTest::addColumn<bool>("keyboard");
         QTest::newRow("Configuration") << false;
         QTest::newRow("Keyboard Language") << true;
     }
-    void everyDefaultRowIsFoundByItsAddress()
+    void everyParameterIsFoundByItsAddress()
     {
         QFETCH(bool, keyboard);
         const TableKind& kind = keyboard ? keyboardLanguageKind() : configurationKind();
         LiveTableFixture f(kind);
         f.live.InitGrid();
         std::size_t index = 0;
-        for (const DefaultRow& row : kind.defaults) {
+        for (const Parameter& row : kind.defaults) {
             QCOMPARE(f.table.ParmAddr[index], std::string(row.address));
             QCOMPARE(f.live.GetTableEntry(row.address), std::string(row.value));
             ++index;

@@ -26,7 +26,7 @@ void fillWithDefaults(ParamTable& table)
 {
     int row = 0;
     table.setRowCount(static_cast<int>(table.kind().defaults.size()) + 1);
-    for (const DefaultRow& entry : table.kind().defaults) {
+    for (const Parameter& entry : table.kind().defaults) {
         table.SetGridItem(++row, entry.address, entry.value, entry.notes);
     }
     table.NumParms = static_cast<std::uint8_t>(row);

@@ -51,8 +51,6 @@ void compareNotice(const EditorWindow& w, std::size_t index, const std::string& 
     QCOMPARE(box.buttons, BoxButtons::Ok);
 }
 
-} // namespace
-
 class SendRowTest final : public QObject
 {
     Q_OBJECT
@@ -254,6 +252,8 @@ private slots:
         QCOMPARE(w.boxes.shown.size(), 0U);
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<SendRowTest> kRunnable;
 #include "SendRowTest.moc"

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "tables/HexText.h"
 #include "tables/ui/ParamGrid.h"
+#include "text/HexText.h"
 
 #include <QHeaderView>
 #include <QTest>
@@ -26,7 +26,7 @@ struct ShownGrid
     {
         table.setRowCount(rows + rowsToSpare + 1);
         for (int row = 1; row <= rows; ++row) {
-            table.SetGridItem(row, tables::hexThreeDigits(static_cast<std::uint32_t>(row)), "00", "notes");
+            table.SetGridItem(row, text::hexThreeDigits(static_cast<std::uint32_t>(row)), "00", "notes");
         }
         table.NumParms = static_cast<std::uint8_t>(rows);
         table.forgetAddressesFrom(rows);

@@ -35,8 +35,6 @@ void setMode(const fs::path& path, mode_t mode)
     QCOMPARE(::chmod(path.c_str(), mode), 0);
 }
 
-} // namespace
-
 class ProfileStringsTest final : public QObject
 {
     Q_OBJECT
@@ -276,6 +274,8 @@ private slots:
         QCOMPARE(settingsFilePath("/nowhere/teslin", "").string(), "/nowhere/teslin.INI");
     }
 };
+
+} // namespace
 
 static const testsupport::RunnableTest<ProfileStringsTest> kRunnable;
 #include "ProfileStringsTest.moc"

@@ -6,7 +6,7 @@
 #include <string_view>
 
 // Texts of two halves joined by "-": the addresses and values of the Keyboard Language rows.
-namespace tables {
+namespace text {
 
 // The first or last characters of a text, all of it when it is shorter.
 [[nodiscard]] std::string_view leftOf(std::string_view text, std::size_t count);
@@ -25,4 +25,4 @@ struct PairValue
 // "20-03": always two digits a half.
 [[nodiscard]] std::string pairText(const PairValue& pair);
 
-} // namespace tables
+} // namespace text

@@ -3,7 +3,7 @@
 #include <optional>
 #include <string_view>
 
-namespace files {
+namespace text {
 
 // Walks through the lines of a text file's bytes. CR LF, LF alone and CR alone each end a line; bytes behind the last
 // line end are a line too. Every other byte, the NUL included, is part of its line. The time needed is proportional to
@@ -21,4 +21,4 @@ private:
     std::string_view m_rest;
 };
 
-} // namespace files
+} // namespace text

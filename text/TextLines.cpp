@@ -1,8 +1,8 @@
-#include "files/TextLines.h"
+#include "text/TextLines.h"
 
 #include <cstddef>
 
-namespace files {
+namespace text {
 
 namespace {
 
@@ -34,4 +34,4 @@ std::optional<std::string_view> TextLines::next()
     return line;
 }
 
-} // namespace files
+} // namespace text

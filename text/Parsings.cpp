@@ -1,9 +1,9 @@
-#include "tables/Parsings.h"
+#include "text/Parsings.h"
 
 #include <array>
 #include <string_view>
 
-namespace tables {
+namespace text {
 
 namespace {
 
@@ -29,4 +29,4 @@ void NameControlChars(std::string& s)
     s = std::move(named);
 }
 
-} // namespace tables
+} // namespace text

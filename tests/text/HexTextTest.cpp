@@ -1,9 +1,9 @@
-#include "tables/HexText.h"
+#include "text/HexText.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QTest>
 
-using namespace tables;
+using namespace text;
 
 class HexTextTest final : public QObject
 {
@@ -35,14 +35,14 @@ private slots:
     {
         QFETCH(QByteArray, text);
         QFETCH(uint, number);
-        QCOMPARE(tables::hexNumber(text.toStdString()), number);
+        QCOMPARE(text::hexNumber(text.toStdString()), number);
     }
 
     void bytesKeepTheLowEightBits()
     {
-        QCOMPARE(int{hexByte("1FF")}, 0xFF);
-        QCOMPARE(int{hexByte("123")}, 0x23);
-        QCOMPARE(int{hexByte("95")}, 0x95);
+        QCOMPARE(int{text::hexByte("1FF")}, 0xFF);
+        QCOMPARE(int{text::hexByte("123")}, 0x23);
+        QCOMPARE(int{text::hexByte("95")}, 0x95);
     }
 
     void decimalNumber_data()
@@ -63,25 +63,25 @@ private slots:
     {
         QFETCH(QByteArray, text);
         QFETCH(double, number);
-        QCOMPARE(tables::decimalNumber(text.toStdString()), number);
+        QCOMPARE(text::decimalNumber(text.toStdString()), number);
     }
 
     void digits()
     {
-        QCOMPARE(hexTwoDigits(5), "05");
-        QCOMPARE(hexTwoDigits(0xAB), "AB");
-        QCOMPARE(hexThreeDigits(0x1A), "01A");
-        QCOMPARE(hexThreeDigits(0x114), "114");
-        QCOMPARE(hexThreeDigits(0x1000), "000");
+        QCOMPARE(text::hexTwoDigits(5), "05");
+        QCOMPARE(text::hexTwoDigits(0xAB), "AB");
+        QCOMPARE(text::hexThreeDigits(0x1A), "01A");
+        QCOMPARE(text::hexThreeDigits(0x114), "114");
+        QCOMPARE(text::hexThreeDigits(0x1000), "000");
     }
 
     void nextAddress()
     {
-        QCOMPARE(tables::nextAddress("083"), "084");
-        QCOMPARE(tables::nextAddress("0FF"), "100");
-        QCOMPARE(tables::nextAddress("09f"), "0A0");
-        QCOMPARE(tables::nextAddress("FFF"), "000");
-        QCOMPARE(tables::nextAddress("xyz"), "001");
+        QCOMPARE(text::nextAddress("083"), "084");
+        QCOMPARE(text::nextAddress("0FF"), "100");
+        QCOMPARE(text::nextAddress("09f"), "0A0");
+        QCOMPARE(text::nextAddress("FFF"), "000");
+        QCOMPARE(text::nextAddress("xyz"), "001");
     }
 };
 

@@ -1,8 +1,8 @@
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <cstddef>
 
-namespace tables {
+namespace text {
 
 namespace {
 
@@ -105,4 +105,4 @@ std::string nextAddress(std::string_view address)
     return hexThreeDigits(hexNumber(address) + 1);
 }
 
-} // namespace tables
+} // namespace text

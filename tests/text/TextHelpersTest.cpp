@@ -1,10 +1,10 @@
-#include "tables/Dec2Bin.h"
-#include "tables/Parsings.h"
 #include "tests/support/RunnableTest.h"
+#include "text/Dec2Bin.h"
+#include "text/Parsings.h"
 
 #include <QTest>
 
-using namespace tables;
+using namespace text;
 
 class TextHelpersTest final : public QObject
 {
@@ -13,10 +13,10 @@ class TextHelpersTest final : public QObject
 private slots:
     void binaryTexts()
     {
-        QCOMPARE(Dec2Bin(0), "0000 0000");
-        QCOMPARE(Dec2Bin(255), "1111 1111");
-        QCOMPARE(Dec2Bin(0x95), "1001 0101");
-        QCOMPARE(Dec2Bin(1), "0000 0001");
+        QCOMPARE(text::Dec2Bin(0), "0000 0000");
+        QCOMPARE(text::Dec2Bin(255), "1111 1111");
+        QCOMPARE(text::Dec2Bin(0x95), "1001 0101");
+        QCOMPARE(text::Dec2Bin(1), "0000 0001");
     }
 
     void controlCharacters_data()
@@ -41,7 +41,7 @@ private slots:
         QFETCH(QByteArray, text);
         QFETCH(QByteArray, named);
         std::string s = text.toStdString();
-        NameControlChars(s);
+        text::NameControlChars(s);
         QCOMPARE(QByteArray::fromStdString(s), named);
     }
 };

@@ -1,4 +1,4 @@
-#include "tables/Defaults.h"
+#include "tables/Parameters.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
@@ -107,7 +107,7 @@ unsigned numberOf(const std::string& hex)
 
 std::string_view notesAt(std::string_view address)
 {
-    for (const DefaultRow& row : defaultRows_KB()) {
+    for (const Parameter& row : parameters_KB()) {
         if (row.address == address) {
             return row.notes;
         }
@@ -117,14 +117,14 @@ std::string_view notesAt(std::string_view address)
 
 } // namespace
 
-class DefaultsTest final : public QObject
+class ParametersTest final : public QObject
 {
     Q_OBJECT
 
 private slots:
     void configurationRowsAreExact()
     {
-        const auto rows = defaultRows_CFG();
+        const auto rows = parameters_CFG();
         QCOMPARE(rows.size(), kConfiguration.size());
         for (std::size_t i = 0; i < rows.size(); ++i) {
             QCOMPARE(rows[i].address, std::string_view(kConfiguration[i].address));
@@ -142,7 +142,7 @@ private slots:
             }
         }
         std::vector<unsigned> addresses;
-        for (const DefaultRow& row : defaultRows_CFG()) {
+        for (const Parameter& row : parameters_CFG()) {
             addresses.push_back(numberOf(std::string(row.address)));
         }
         QCOMPARE(addresses, expected);
@@ -150,7 +150,7 @@ private slots:
 
     void keyboardRowsAreExact()
     {
-        const auto rows = defaultRows_KB();
+        const auto rows = parameters_KB();
         QCOMPARE(rows.size(), std::size_t{75});
         QCOMPARE(rows[0].address, std::string_view("080"));
         QCOMPARE(rows[0].value, std::string_view("00"));
@@ -167,7 +167,7 @@ private slots:
     void keyboardAddressesAreContiguous()
     {
         unsigned next = 0x080;
-        for (const DefaultRow& row : defaultRows_KB()) {
+        for (const Parameter& row : parameters_KB()) {
             QCOMPARE(numberOf(firstAddress(row.address)), next);
             next = numberOf(lastAddress(row.address)) + 1;
             const unsigned length = row.address == "080" ? 1 : 2;
@@ -187,7 +187,7 @@ private slots:
             }
         }
         std::vector<unsigned> codes;
-        for (const DefaultRow& row : defaultRows_KB().subspan(2)) {
+        for (const Parameter& row : parameters_KB().subspan(2)) {
             codes.push_back(numberOf(std::string(row.notes.substr(0, 2))));
         }
         QCOMPARE(codes, expected);
@@ -197,18 +197,18 @@ private slots:
     {
         const std::vector<std::string_view> expected = {"00", "1C", "1D", "1E", "1F"};
         for (std::size_t i = 0; i < expected.size(); ++i) {
-            QCOMPARE(defaultRows_KB()[i + 2].notes, expected[i]);
+            QCOMPARE(parameters_KB()[i + 2].notes, expected[i]);
         }
     }
 
     void notesOfPrintableCharactersNameTheKeyAndEndInABlank()
     {
         constexpr std::size_t kFirstPrintable = 7;
-        for (std::size_t i = kFirstPrintable; i < defaultRows_KB().size(); ++i) {
+        for (std::size_t i = kFirstPrintable; i < parameters_KB().size(); ++i) {
             const unsigned code = kKeys[i - 2].code;
             const std::string digits = QByteArray::number(code, 16).toUpper().toStdString();
             const std::string expected = digits + ", USA KB key -> " + static_cast<char>(code) + " ";
-            QCOMPARE(defaultRows_KB()[i].notes, std::string_view(expected));
+            QCOMPARE(parameters_KB()[i].notes, std::string_view(expected));
             QCOMPARE(expected.size(), std::size_t{20});
         }
     }
@@ -244,5 +244,5 @@ private slots:
     }
 };
 
-static const testsupport::RunnableTest<DefaultsTest> kRunnable;
-#include "DefaultsTest.moc"
+static const testsupport::RunnableTest<ParametersTest> kRunnable;
+#include "ParametersTest.moc"

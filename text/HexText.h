@@ -6,7 +6,7 @@
 
 // The text forms of numbers that the tables, the wire and the files share: an address is three upper-case hexadecimal
 // digits, a value two. Reading is forgiving because the text may come from a file or a text box.
-namespace tables {
+namespace text {
 
 // Reads hexadecimal text of any length. Blanks, tabs and line feeds are skipped anywhere; reading stops at the first
 // other character that is no hex digit (either case). Text without digits reads as 0. Never fails; of a text too long
@@ -29,4 +29,4 @@ namespace tables {
 // The address after the given one: "0FF" gives "100", "FFF" gives "000".
 [[nodiscard]] std::string nextAddress(std::string_view address);
 
-} // namespace tables
+} // namespace text

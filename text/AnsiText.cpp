@@ -1,9 +1,9 @@
-#include "platform/AnsiText.h"
+#include "text/AnsiText.h"
 
 #include <array>
 #include <cstddef>
 
-namespace platform {
+namespace text {
 
 namespace {
 
@@ -39,4 +39,4 @@ std::uint8_t unicodeToAnsi(char32_t character)
     return '?';
 }
 
-} // namespace platform
+} // namespace text

@@ -1,6 +1,6 @@
-#include "tables/Dec2Bin.h"
+#include "text/Dec2Bin.h"
 
-namespace tables {
+namespace text {
 
 std::string Dec2Bin(std::uint8_t b)
 {
@@ -14,4 +14,4 @@ std::string Dec2Bin(std::uint8_t b)
     return digits;
 }
 
-} // namespace tables
+} // namespace text

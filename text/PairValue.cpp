@@ -1,10 +1,10 @@
-#include "tables/PairValue.h"
+#include "text/PairValue.h"
 
-#include "tables/HexText.h"
+#include "text/HexText.h"
 
 #include <algorithm>
 
-namespace tables {
+namespace text {
 
 std::string_view leftOf(std::string_view text, std::size_t count)
 {
@@ -26,4 +26,4 @@ std::string pairText(const PairValue& pair)
     return hexTwoDigits(pair.first) + "-" + hexTwoDigits(pair.second);
 }
 
-} // namespace tables
+} // namespace text

@@ -1,4 +1,4 @@
-#include "files/TextLines.h"
+#include "text/TextLines.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QTest>
@@ -40,7 +40,7 @@ private slots:
     {
         QFETCH(std::string, bytes);
         QFETCH(QByteArrayList, lines);
-        files::TextLines walk(bytes);
+        text::TextLines walk(bytes);
         QByteArrayList found;
         while (const auto line = walk.next()) {
             found << QByteArray(line->data(), static_cast<qsizetype>(line->size()));

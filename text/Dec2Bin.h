@@ -3,9 +3,9 @@
 #include <cstdint>
 #include <string>
 
-namespace tables {
+namespace text {
 
 // A byte as eight binary digits, most significant first, with one blank after the fourth: 0x95 gives "1001 0101".
 [[nodiscard]] std::string Dec2Bin(std::uint8_t b);
 
-} // namespace tables
+} // namespace text
