@@ -1,3 +1,5 @@
+# shellcheck shell=bash
+# shellcheck disable=SC2154 # $bin is theirs
 # Starts the simulated reader and the real program, and drives the program's windows. Sourced by scripts that have
 # called `set -euo pipefail`, gone to the root of the project and named the folder of the executables in $bin:
 #
@@ -87,7 +89,8 @@ start_screen() {
     Xvfb -displayfd 3 -screen 0 "$1x24" -nolisten tcp -noreset 3>"$surroundings/display" 2>"$surroundings/screen.log" &
     started+=($!)
     wait_until 30 test -s "$surroundings/display" || { echo "The virtual screen did not start." >&2; return 1; }
-    export DISPLAY=:$(<"$surroundings/display") QT_QPA_PLATFORM=xcb
+    DISPLAY=:$(<"$surroundings/display")
+    export DISPLAY QT_QPA_PLATFORM=xcb
 }
 
 under_wine() {
