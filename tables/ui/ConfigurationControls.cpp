@@ -6,9 +6,9 @@
 #include "tables/Parameters.h"
 #include "tables/ui/CheckFrame.h"
 #include "tables/ui/EditTitle.h"
-#include "tables/ui/EntryBox.h"
 #include "tables/ui/OptionFrame.h"
-#include "tables/ui/PlainLabel.h"
+#include "widgets/EntryBox.h"
+#include "widgets/PlainLabel.h"
 
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -81,14 +81,14 @@ void ConfigurationControls::addEntries(QBoxLayout* column)
     grid->setColumnStretch(1, 1);
     column->addLayout(grid);
     const auto addBox = [&](const QString& name, int digits, std::string_view prompt) {
-        auto* box = new EntryBox(name, digits, m_column);
+        auto* box = new widgets::EntryBox(name, digits, m_column);
         box->setToolTip(platform::toQString(prompt));
         box->setAccessibleName(platform::toQString(prompt));
         grid->addWidget(box, grid->rowCount(), 0);
         return box;
     };
-    const auto addLabel = [&](const QString& name, std::string_view text, EntryBox* box) {
-        auto* label = new PlainLabel(name, text, m_column);
+    const auto addLabel = [&](const QString& name, std::string_view text, widgets::EntryBox* box) {
+        auto* label = new widgets::PlainLabel(name, text, m_column);
         label->setBuddy(box);
         grid->addWidget(label, grid->rowCount() - 1, 1);
         return label;

@@ -8,14 +8,17 @@
 class QBoxLayout;
 class QWidget;
 
+namespace widgets {
+class EntryBox;
+class PlainLabel;
+} // namespace widgets
+
 namespace tables {
 
 struct BitCheck;
 class CheckFrame;
 class EditTitle;
-class EntryBox;
 class OptionFrame;
-class PlainLabel;
 
 // The controls of the Configuration editor under their names, and their places: one column of frames of equal width
 // below the title, the entry boxes below the frames.
@@ -37,12 +40,12 @@ struct ConfigurationControls
     [[nodiscard]] QSize minimumSize() const { return m_minimumSize; }
 
     EditTitle* lblEditTitle_CFG = nullptr;
-    EntryBox* txtHexEntry = nullptr;
-    PlainLabel* lblHexEntry = nullptr;
-    EntryBox* txtDecEntry = nullptr;
-    PlainLabel* lblDecEntry = nullptr;
-    EntryBox* txtCharEntry = nullptr;
-    PlainLabel* lblCharEntry = nullptr;
+    widgets::EntryBox* txtHexEntry = nullptr;
+    widgets::PlainLabel* lblHexEntry = nullptr;
+    widgets::EntryBox* txtDecEntry = nullptr;
+    widgets::PlainLabel* lblDecEntry = nullptr;
+    widgets::EntryBox* txtCharEntry = nullptr;
+    widgets::PlainLabel* lblCharEntry = nullptr;
 
     // Built from the bit fields' descriptions, which give them their names: frmTk1, frmSendFlags and so on.
     std::vector<OptionFrame*> optionFrames;

@@ -7,12 +7,12 @@
 #include "tables/Parameters.h"
 #include "tables/ui/CheckFrame.h"
 #include "tables/ui/EditTitle.h"
-#include "tables/ui/EntryBox.h"
 #include "tables/ui/OptionFrame.h"
-#include "tables/ui/PlainLabel.h"
 #include "tables/ui/SendQuestion.h"
 #include "text/AnsiText.h"
 #include "text/HexText.h"
+#include "widgets/EntryBox.h"
+#include "widgets/PlainLabel.h"
 
 #include <algorithm>
 #include <array>

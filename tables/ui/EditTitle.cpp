@@ -21,7 +21,7 @@ QFont larger(QFont font)
 } // namespace
 
 EditTitle::EditTitle(const QString& name, QWidget* parent)
-    : PlainLabel(name, {}, parent)
+    : widgets::PlainLabel(name, {}, parent)
 {
     QFont bold = font();
     bold.setBold(true);

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "tables/ui/PlainLabel.h"
+#include "widgets/PlainLabel.h"
 
 namespace tables {
 
 // The title above an editor's controls: one line, any width. A title that does not fit is drawn with dots at its end;
 // text() is always the whole title.
-class EditTitle final : public PlainLabel
+class EditTitle final : public widgets::PlainLabel
 {
     Q_OBJECT
 

@@ -4,9 +4,9 @@
 #include "tables/BitFields.h"
 #include "tables/EditorTexts.h"
 #include "tables/ui/EditTitle.h"
-#include "tables/ui/EntryBox.h"
 #include "tables/ui/OptionFrame.h"
-#include "tables/ui/PlainLabel.h"
+#include "widgets/EntryBox.h"
+#include "widgets/PlainLabel.h"
 
 #include <QWidget>
 
@@ -45,7 +45,7 @@ KeyboardLanguageControls::KeyboardLanguageControls(QWidget& area)
     };
     flagFrames = addFrames(fields::keyboardFlags_KB());
     shiftFrames = addFrames(fields::shiftFlags_KB());
-    lblScanCode_KB = new PlainLabel(QStringLiteral("lblScanCode_KB"), kScanCodeLabel, &area);
+    lblScanCode_KB = new widgets::PlainLabel(QStringLiteral("lblScanCode_KB"), kScanCodeLabel, &area);
     txtHexEntry_KB = addBox(QStringLiteral("txtHexEntry_KB"), 2, kHexPrompt);
     txtHexEntry_KB->setAccessibleName(QStringLiteral("Scan code"));
     lblScanCode_KB->setBuddy(txtHexEntry_KB);
@@ -53,7 +53,7 @@ KeyboardLanguageControls::KeyboardLanguageControls(QWidget& area)
     txtHexEntry2_KB->setAccessibleName(QStringLiteral("Keyboard ID bytes"));
     txtHexEntry2_KB->setAccessibleDescription(QStringLiteral("Four hexadecimal digits"));
     txtHexEntry2_KB->setText(QStringLiteral("XXXX"));
-    lblHexEntry_KB = new PlainLabel(QStringLiteral("lblHexEntry_KB"), kHexPrompt, &area);
+    lblHexEntry_KB = new widgets::PlainLabel(QStringLiteral("lblHexEntry_KB"), kHexPrompt, &area);
     lblHexEntry_KB->setWordWrap(true);
     lblHexEntry_KB->setAlignment(Qt::AlignLeft | Qt::AlignTop);
     txtDecEntry_KB = addBox(QStringLiteral("txtDecEntry_KB"), 3, kDecPrompt);
@@ -61,9 +61,9 @@ KeyboardLanguageControls::KeyboardLanguageControls(QWidget& area)
     hideAll();
 }
 
-EntryBox* KeyboardLanguageControls::addBox(const QString& name, int digits, std::string_view prompt)
+widgets::EntryBox* KeyboardLanguageControls::addBox(const QString& name, int digits, std::string_view prompt)
 {
-    auto* box = new EntryBox(name, digits, &m_area);
+    auto* box = new widgets::EntryBox(name, digits, &m_area);
     box->setToolTip(platform::toQString(prompt));
     return box;
 }

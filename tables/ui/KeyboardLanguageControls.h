@@ -9,12 +9,15 @@
 
 class QWidget;
 
+namespace widgets {
+class EntryBox;
+class PlainLabel;
+} // namespace widgets
+
 namespace tables {
 
 class EditTitle;
-class EntryBox;
 class OptionFrame;
-class PlainLabel;
 
 // The controls of the Keyboard Language editor under their names, and their places. Every place is measured from the
 // title: its top, its height and its left edge.
@@ -34,18 +37,18 @@ struct KeyboardLanguageControls
     [[nodiscard]] QSize minimumSize() const;
 
     EditTitle* lblEditTitle_KB = nullptr;
-    PlainLabel* lblScanCode_KB = nullptr;
-    EntryBox* txtHexEntry_KB = nullptr;
-    EntryBox* txtHexEntry2_KB = nullptr;
-    PlainLabel* lblHexEntry_KB = nullptr;
-    EntryBox* txtDecEntry_KB = nullptr; // no row shows it
+    widgets::PlainLabel* lblScanCode_KB = nullptr;
+    widgets::EntryBox* txtHexEntry_KB = nullptr;
+    widgets::EntryBox* txtHexEntry2_KB = nullptr;
+    widgets::PlainLabel* lblHexEntry_KB = nullptr;
+    widgets::EntryBox* txtDecEntry_KB = nullptr; // no row shows it
 
     // Built from the bit fields' descriptions, which give them their names: frmA1_KB, frmShiftFlagA1_KB and so on.
     std::vector<OptionFrame*> flagFrames;  // of 080, from top to bottom
     std::vector<OptionFrame*> shiftFrames; // of a pair
 
 private:
-    EntryBox* addBox(const QString& name, int digits, std::string_view prompt);
+    widgets::EntryBox* addBox(const QString& name, int digits, std::string_view prompt);
     void stackFrames(const std::vector<OptionFrame*>& frames, double titleHeights);
     void arrangeIdBytes();
     void arrangeScanCode();

@@ -5,10 +5,10 @@
 #include "tables/EditorTexts.h"
 #include "tables/KeyFilters.h"
 #include "tables/ui/EditTitle.h"
-#include "tables/ui/EntryBox.h"
 #include "tables/ui/OptionFrame.h"
 #include "tables/ui/SendQuestion.h"
 #include "text/HexText.h"
+#include "widgets/EntryBox.h"
 
 #include <algorithm>
 #include <array>

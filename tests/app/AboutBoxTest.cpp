@@ -1,8 +1,8 @@
 // The about box, its way to the system-information tool, and the check for the driver that it hosts.
 
-#include "app/ProgramText.h"
-#include "app/ProgramVersion.h"
-#include "app/frmAbout.h"
+#include "app/dialogs/frmAbout.h"
+#include "app/startup/ProgramText.h"
+#include "app/startup/ProgramVersion.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/PathText.h"
 #include "tests/support/CountingBeep.h"

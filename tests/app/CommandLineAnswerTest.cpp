@@ -1,4 +1,4 @@
-#include "app/CommandLineAnswer.h"
+#include "app/startup/CommandLineAnswer.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 

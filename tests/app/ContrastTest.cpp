@@ -1,9 +1,9 @@
 #include "tests/support/Contrast.h"
-#include "app/OutlinedStyle.h"
-#include "app/frmAbout.h"
+#include "app/dialogs/frmAbout.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/Palettes.h"
 #include "tests/support/RunnableTest.h"
+#include "widgets/OutlinedStyle.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -32,7 +32,7 @@ public:
     explicit Desktop(const QPalette& palette)
         : m_before(QApplication::palette())
     {
-        auto* style = new app::OutlinedStyle;
+        auto* style = new widgets::OutlinedStyle;
         style->setBaseStyle(QStyleFactory::create(QStringLiteral("fusion")));
         QApplication::setStyle(style);
         show(palette);

@@ -85,8 +85,8 @@ private slots:
     void eachLampIsFilledWithOneOfItsTwoColours()
     {
         const Desk d;
-        auto& send = static_cast<app::LinkLamp&>(d.send());
-        auto& recv = static_cast<app::LinkLamp&>(d.recv());
+        auto& send = static_cast<widgets::Lamp&>(d.send());
+        auto& recv = static_cast<widgets::Lamp&>(d.recv());
         QCOMPARE(nameOf(fillOf(send)), "#800000");
         QCOMPARE(nameOf(fillOf(recv)), "#008000");
         send.setLit(true);
@@ -121,7 +121,7 @@ private slots:
         const auto restore = qScopeGuard([&] { QApplication::setPalette(before); });
         const Desk d;
         for (QWidget* lamp : {&d.send(), &d.recv()}) {
-            static_cast<app::LinkLamp*>(lamp)->setLit(lit);
+            static_cast<widgets::Lamp*>(lamp)->setLit(lit);
             const Painted window(*d.f.window);
             const double seen = window.contrastOfCircle(window.pixelsOf(*lamp));
             QVERIFY2(seen >= kSeenShape, qPrintable(lamp->objectName() + QStringLiteral(": %1").arg(seen)));

@@ -1,4 +1,4 @@
-#include "app/IdentificationStrip.h"
+#include "app/mainwindow/IdentificationStrip.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"
 

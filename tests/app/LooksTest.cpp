@@ -1,6 +1,6 @@
-#include "app/OutlinedStyle.h"
-#include "app/ToolbarIcon.h"
+#include "app/mainwindow/ToolbarIcon.h"
 #include "tests/support/RunnableTest.h"
+#include "widgets/OutlinedStyle.h"
 
 #include <QApplication>
 #include <QPainter>
@@ -85,7 +85,7 @@ private slots:
     {
         const QPalette contrast = paletteOf(Qt::black, Qt::white, Qt::cyan);
         const std::unique_ptr<QStyle> plain(QStyleFactory::create(QStringLiteral("fusion")));
-        app::OutlinedStyle outlined;
+        widgets::OutlinedStyle outlined;
         outlined.setBaseStyle(QStyleFactory::create(QStringLiteral("fusion")));
         QVERIFY(lightestOfAButton(*plain, contrast) < 128); // or the outline would not be needed
         QVERIFY(lightestOfAButton(outlined, contrast) > 200);

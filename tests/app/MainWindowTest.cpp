@@ -1,9 +1,9 @@
-#include "app/NormalPlacement.h"
-#include "app/ProgramText.h"
+#include "app/startup/ProgramText.h"
 #include "platform/qt/AnsiText.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/SlowScreen.h"
+#include "widgets/NormalPlacement.h"
 
 #include <QMenu>
 #include <QMenuBar>
@@ -329,7 +329,7 @@ private slots:
         const bool isMaximised = state == QLatin1String("2");
         for (int restart = 0; restart < 3; ++restart) {
             QVERIFY(!f.window->isMaximized() && !f.window->isMinimized());
-            QTRY_COMPARE(app::NormalPlacement::of(*f.window).place(), QRect(20, 30, 760, 710));
+            QTRY_COMPARE(widgets::NormalPlacement::of(*f.window).place(), QRect(20, 30, 760, 710));
             isMaximised ? f.window->showMaximized() : f.window->showMinimized();
             QTRY_VERIFY(isMaximised ? f.window->isMaximized() : f.window->isMinimized());
             QVERIFY(f.window->close());

@@ -1,8 +1,8 @@
 // Every message box of the program: text, title, icon, buttons and default, from the situation that brings it up in the
 // real main window, and as the window that the user sees.
 
-#include "app/ProgramText.h"
-#include "app/frmAbout.h"
+#include "app/dialogs/frmAbout.h"
+#include "app/startup/ProgramText.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"

@@ -1,7 +1,7 @@
 // The windows that the main window opens: from its menus, at start-up, and their end with it.
 
-#include "app/frmAbout.h"
-#include "app/frmOptions.h"
+#include "app/dialogs/frmAbout.h"
+#include "app/dialogs/frmOptions.h"
 #include "platform/qt/QtMessageBoxes.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"

@@ -1,6 +1,6 @@
 // The options: what they show and change, both tests, and what OK and Cancel keep.
 
-#include "app/frmOptions.h"
+#include "app/dialogs/frmOptions.h"
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
 #include "tests/support/RecordingWindowOrder.h"

@@ -1,9 +1,9 @@
 // Where the main window stands at its first start, at the next ones, and what it needs at least.
 
-#include "app/NormalPlacement.h"
-#include "app/WindowPlacement.h"
+#include "app/settings/WindowPlacement.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"
+#include "widgets/NormalPlacement.h"
 
 #include <QScrollArea>
 #include <QScrollBar>

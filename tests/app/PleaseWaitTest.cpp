@@ -1,7 +1,7 @@
 // The program while the driver's device object does not answer, and the window that stands over it meanwhile.
 
-#include "app/frmOptions.h"
-#include "app/frmPleaseWait.h"
+#include "app/dialogs/frmOptions.h"
+#include "app/dialogs/frmPleaseWait.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/SlowScreen.h"

@@ -1,4 +1,4 @@
-#include "app/ProgramVersion.h"
+#include "app/startup/ProgramVersion.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 

@@ -1,6 +1,6 @@
 // Where a window may stand and where it is brought to, on desks of one screen and of several.
 
-#include "app/WindowPlacement.h"
+#include "app/settings/WindowPlacement.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QTest>

@@ -1,6 +1,6 @@
 // The dialog for a single setting: its keys, its boxes and what its buttons do.
 
-#include "app/dlgSingleField.h"
+#include "app/dialogs/dlgSingleField.h"
 #include "tests/device/ReaderScript.h"
 #include "tests/support/DeviceLink.h"
 #include "tests/support/RecordingWindowOrder.h"

@@ -1,4 +1,4 @@
-#include "app/StatusPanels.h"
+#include "app/mainwindow/StatusPanels.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QTest>

@@ -1,4 +1,4 @@
-#include "app/frmAbout.h"
+#include "app/dialogs/frmAbout.h"
 #include "platform/qt/PathText.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/SystemTools.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "app/frmMain.h"
+#include "app/mainwindow/frmMain.h"
 #include "platform/qt/PathText.h"
 #include "platform/qt/QtEventPump.h"
 #include "simulator/ReaderModel.h"

@@ -1,7 +1,7 @@
 // What Windows shows of the program without running it, beside what the program says of itself.
 
-#include "app/ProgramText.h"
-#include "app/ProgramVersion.h"
+#include "app/startup/ProgramText.h"
+#include "app/startup/ProgramVersion.h"
 #include "platform/windows/WideText.h"
 #include "platform/windows/Windows.h"
 #include "tests/support/RunnableTest.h"
