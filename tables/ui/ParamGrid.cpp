@@ -42,7 +42,6 @@ bool moves(const QKeyEvent& event)
 
 ParamGrid::ParamGrid(ParamTable& table, QWidget* parent)
     : QTableView(parent)
-    , m_table(table)
 {
     m_model = new ParamGridModel(table, this);
     setModel(m_model);

@@ -31,9 +31,6 @@ public:
     [[nodiscard]] bool rowIsVisible(int row) const override;
     [[nodiscard]] bool rowIsWhole(int row) const override;
 
-    // The text of a cell of the table, for those who hold only the grid.
-    [[nodiscard]] const std::string& cellText(int row, int col) const { return m_table.cell(row, col); }
-
 signals:
     void selectionMoved();    // current cell and, with it, the selection have moved; comes before rowCurrentChanged
     void rowCurrentChanged(); // the current cell has moved to another row
@@ -56,7 +53,6 @@ private:
     void makeCurrent(int row, int col);
     void highlightCurrentRow();
 
-    ParamTable& m_table;
     ParamGridModel* m_model = nullptr;
     QBasicTimer m_afterClick;
 };

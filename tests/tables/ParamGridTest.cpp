@@ -307,14 +307,6 @@ private slots:
         QCOMPARE(grid->topRow(), 20);
         QCOMPARE(grid->row(), 70);
     }
-
-    void cellTextIsTheTables()
-    {
-        ShownGrid g(3);
-        QCOMPARE(g.grid.cellText(2, kAddressColumn), "002");
-        QCOMPARE(g.grid.cellText(0, kNotesColumn), "Notes");
-        QCOMPARE(g.grid.cellText(9, kNotesColumn), "");
-    }
 };
 
 static const testsupport::RunnableTest<ParamGridTest> kRunnable;
