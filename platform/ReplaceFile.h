@@ -28,7 +28,8 @@ constexpr std::uintmax_t kLargestFile = std::uintmax_t{256} * 1024 * 1024;
 // content, then the rest. Its old content is put back if that fails. A process that is killed in the middle leaves the
 // old content, the old content with the end of the new one behind it, or the beginning of the new content and the rest
 // of the old one. Until the file is whole the new content is therefore kept in the folder for copies as well, if one is
-// given: under the file's name with ".unfinished" behind it, which is what remains then. What is no plain file (a
+// given: under the file's name with ".unfinished" behind it. It remains when the process is killed in the middle, and
+// when a disk fails so that neither the new content nor the old one is known to be whole. What is no plain file (a
 // device) is written as it is.
 [[nodiscard]] Result<void> replaceFile(const std::filesystem::path& path, std::string_view bytes,
                                        const std::filesystem::path& copies = {});

@@ -27,7 +27,9 @@ KeptCopy::KeptCopy(const fs::path& folder, const fs::path& file, std::string_vie
             uninterrupted([&path] { return ::open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0600); }));
         if (copy.isOpen()) {
             m_path = path;
-            static_cast<void>(writeAll(copy, bytes) && ::fsync(copy.number()) == 0);
+            if (!writeAll(copy, bytes) || ::fsync(copy.number()) != 0) {
+                remove(); // half of a copy would pass for a whole one
+            }
             return;
         }
         if (errno != EEXIST) {
@@ -36,10 +38,11 @@ KeptCopy::KeptCopy(const fs::path& folder, const fs::path& file, std::string_vie
     }
 }
 
-KeptCopy::~KeptCopy()
+void KeptCopy::remove()
 {
     if (!m_path.empty()) {
         ::unlink(m_path.c_str());
+        m_path.clear();
     }
 }
 

@@ -101,28 +101,33 @@ Result<void> writeFromStart(const Descriptor& file, std::string_view bytes)
     return written ? cutTo(file, bytes.size()) : written;
 }
 
+struct Overwritten
+{
+    Result<void> result;
+    bool isWhole; // the new content, or the old one, is on the disk
+};
+
 // First what goes behind the old content, because only that can lack room: should it fail, or the process be killed in
 // it, the old content is still there. The file keeps its space until the new content stands, so that there is room for
 // the old one again.
-Result<void> overwrite(const Descriptor& file, std::string_view bytes, const std::optional<std::string>& old)
+Overwritten overwrite(const Descriptor& file, std::string_view bytes, const std::optional<std::string>& old)
 {
     struct stat look = {};
     if (::fstat(file.number(), &look) != 0) {
-        return lastSystemError();
+        return {.result = lastSystemError(), .isWhole = true}; // nothing was touched
     }
     const auto size = static_cast<std::size_t>(look.st_size);
     if (bytes.size() > size) {
         Result<void> behind = writeAt(file, size, bytes.substr(size));
         if (!behind) {
-            static_cast<void>(cutTo(file, size));
-            return behind;
+            return {.result = behind, .isWhole = bool(cutTo(file, size))};
         }
     }
     Result<void> written = writeFromStart(file, bytes);
-    if (!written && old) {
-        static_cast<void>(writeFromStart(file, *old));
+    if (written) {
+        return {.result = written, .isWhole = true};
     }
-    return written;
+    return {.result = written, .isWhole = old && writeFromStart(file, *old)};
 }
 
 Result<void> writeInPlace(const fs::path& path, std::string_view bytes, const fs::path& copies)
@@ -140,12 +145,16 @@ Result<void> writeInPlace(const fs::path& path, std::string_view bytes, const fs
     if (!file.isOpen()) {
         return lastSystemError();
     }
-    const KeptCopy copy(copies, path, bytes);
-    Result<void> written = overwrite(file, bytes, old);
-    if (written && !file.close()) {
-        return lastSystemError();
+    KeptCopy copy(copies, path, bytes);
+    Overwritten written = overwrite(file, bytes, old);
+    if (!file.close()) {
+        const SystemError late = lastSystemError();
+        written = {.result = written.result ? Result<void>(late) : written.result, .isWhole = false};
     }
-    return written;
+    if (written.isWhole) {
+        copy.remove();
+    }
+    return written.result;
 }
 
 Result<void> writeDevice(const fs::path& path, std::string_view bytes)

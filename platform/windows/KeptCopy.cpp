@@ -18,11 +18,13 @@ KeptCopy::KeptCopy(const fs::path& folder, const fs::path& file, std::string_vie
     fs::create_directories(folder, existsAlready);
     for (int number = 1; number <= kMostKeptCopies; ++number) {
         const fs::path path = folder / keptCopyName(file, number);
-        const Handle copy(
-            ::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
+        Handle copy(::CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr));
         if (copy.isOpen()) {
             m_path = path;
-            static_cast<void>(writeAll(copy, bytes) && ::FlushFileBuffers(copy.get()) != 0);
+            if (!writeAll(copy, bytes) || ::FlushFileBuffers(copy.get()) == 0) {
+                copy.close();
+                remove(); // half of a copy would pass for a whole one
+            }
             return;
         }
         if (::GetLastError() != ERROR_FILE_EXISTS) {
@@ -31,10 +33,11 @@ KeptCopy::KeptCopy(const fs::path& folder, const fs::path& file, std::string_vie
     }
 }
 
-KeptCopy::~KeptCopy()
+void KeptCopy::remove()
 {
     if (!m_path.empty()) {
         ::DeleteFileW(m_path.c_str());
+        m_path.clear();
     }
 }
 

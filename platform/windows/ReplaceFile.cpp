@@ -107,28 +107,33 @@ Result<void> writeFromStart(const Handle& file, std::string_view bytes)
     return written ? cutTo(file, bytes.size()) : written;
 }
 
+struct Overwritten
+{
+    Result<void> result;
+    bool isWhole; // the new content, or the old one, is on the disk
+};
+
 // First what goes behind the old content, because only that can lack room: should it fail, or the process be killed in
 // it, the old content is still there. The file keeps its space until the new content stands, so that there is room for
 // the old one again.
-Result<void> overwrite(const Handle& file, std::string_view bytes, const std::optional<std::string>& old)
+Overwritten overwrite(const Handle& file, std::string_view bytes, const std::optional<std::string>& old)
 {
     LARGE_INTEGER length = {};
     if (::GetFileSizeEx(file.get(), &length) == 0) {
-        return lastSystemError();
+        return {.result = lastSystemError(), .isWhole = true}; // nothing was touched
     }
     const auto size = static_cast<std::size_t>(length.QuadPart);
     if (bytes.size() > size) {
         Result<void> behind = writeAt(file, size, bytes.substr(size));
         if (!behind) {
-            static_cast<void>(cutTo(file, size));
-            return behind;
+            return {.result = behind, .isWhole = bool(cutTo(file, size))};
         }
     }
     Result<void> written = writeFromStart(file, bytes);
-    if (!written && old) {
-        static_cast<void>(writeFromStart(file, *old));
+    if (written) {
+        return {.result = written, .isWhole = true};
     }
-    return written;
+    return {.result = written, .isWhole = old && writeFromStart(file, *old)};
 }
 
 Result<void> writeInPlace(const fs::path& path, std::string_view bytes, const fs::path& copies)
@@ -146,8 +151,12 @@ Result<void> writeInPlace(const fs::path& path, std::string_view bytes, const fs
     if (!file.isOpen()) {
         return lastSystemError();
     }
-    const KeptCopy copy(copies, path, bytes);
-    return overwrite(file, bytes, old);
+    KeptCopy copy(copies, path, bytes);
+    const Overwritten written = overwrite(file, bytes, old);
+    if (written.isWhole) {
+        copy.remove();
+    }
+    return written.result;
 }
 
 // A folder without permission for new files, a file that another program holds open, a name that is so long that the

@@ -60,6 +60,21 @@ inline bool failCallsOn(int descriptor, std::initializer_list<long> calls, int e
     return descriptor >= 0 && detail::install(std::move(program));
 }
 
+// The same for one call on the descriptor that is asked for one thing: its argument with this index is the value.
+inline bool failCallOn(int descriptor, long call, unsigned index, unsigned value, int error)
+{
+    constexpr std::size_t kArguments = offsetof(seccomp_data, args);
+    return descriptor >= 0 &&
+           detail::install({detail::load(offsetof(seccomp_data, nr)),
+                            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(call), 0, 5),
+                            detail::load(kArguments),
+                            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<unsigned>(descriptor), 0, 3),
+                            detail::load(kArguments + index * sizeof(seccomp_data::args[0])),
+                            BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, value, 0, 1),
+                            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ERRNO | static_cast<unsigned>(error)),
+                            BPF_STMT(BPF_RET | BPF_K, SECCOMP_RET_ALLOW)});
+}
+
 // The last descriptor of this process that has the file open; -1 when none has.
 inline int descriptorOf(const std::filesystem::path& file)
 {

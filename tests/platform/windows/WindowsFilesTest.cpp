@@ -172,14 +172,32 @@ private slots:
         const TemporaryFolder folder;
         test::writeBytes(folder / "shop/shop.tlc", kOld);
         {
-            const KeptCopy copy(folder / "copies", folder / "shop/shop.tlc", kNew);
+            KeptCopy copy(folder / "copies", folder / "shop/shop.tlc", kNew);
             QVERIFY(bytesOf(folder / "copies/shop.tlc.unfinished") == QByteArray::fromStdString(kNew));
+            copy.remove();
         }
+        QVERIFY(std::filesystem::is_empty(folder / "copies"));
         // Another program reads the file and does not let it be replaced.
         const Handle other = heldOpen(folder / "shop/shop.tlc", FILE_SHARE_READ | FILE_SHARE_WRITE);
         QVERIFY(replaceFile(folder / "shop/shop.tlc", kNew, folder / "copies"));
         QVERIFY(bytesOf(folder / "shop/shop.tlc") == QByteArray::fromStdString(kNew));
         QVERIFY(std::filesystem::is_empty(folder / "copies"));
+    }
+
+    // The disk takes neither the new content nor the old one again.
+    void theCopyStaysWhenTheFileMayBeAMixture()
+    {
+        const TemporaryFolder folder;
+        const auto file = folder / "shop.tlc";
+        test::writeBytes(file, kOld);
+        const Handle other(::CreateFileW(file.c_str(), GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                                         OPEN_EXISTING, 0, nullptr));
+        QVERIFY(other.isOpen());
+        QVERIFY(::LockFile(other.get(), static_cast<DWORD>(kOld.size() - 1), 0, 1, 0) != 0);
+        const std::string cut = std::string(kOld.size(), 'n');
+        QVERIFY(!replaceFile(file, cut, folder / "copies"));
+        QVERIFY(::UnlockFile(other.get(), static_cast<DWORD>(kOld.size() - 1), 0, 1, 0) != 0);
+        QVERIFY(bytesOf(folder / "copies/shop.tlc.unfinished") == QByteArray::fromStdString(cut));
     }
 
     void whatCannotBeAFile()
