@@ -57,6 +57,9 @@ void SingleSetting::update(std::string_view address, std::string_view value)
 {
     m_operations.run([&] {
         send(address, value);
+        if (m_link.connectionLost) {
+            return; // ends here, as every operation does then: nothing is changed and nothing told
+        }
         if (!updateTable_CFG(address, value)) {
             updateTable_KB(address, value);
         }

@@ -40,8 +40,9 @@ public:
     [[nodiscard]] std::optional<std::string> read(std::string_view address);
 
     // Writes a value to the reader and into the table that holds the address, marks the row there and tells the user.
-    // Whether the reader got it is not known, and the table changes even when the link did not open. Does nothing
-    // while another operation is running.
+    // Whether the reader got it is not known, and the table changes even when the link did not open. A connection that
+    // is lost meanwhile ends it with the table as it was and nothing told. Does nothing while another operation is
+    // running.
     void update(std::string_view address, std::string_view value);
 
 private:

@@ -243,6 +243,31 @@ private slots:
         QCOMPARE(on.boxes.shown[1].text, "Updated Configuration table with 013=95");
     }
 
+    // The reader may have been taken away in the middle of the command: nothing is told that may not be true.
+    void aLostConnectionEndsAnUpdate_data()
+    {
+        QTest::addColumn<int>("tick");
+        QTest::addColumn<int>("commands");
+        QTest::newRow("in the identification") << 2 << 1;
+        QTest::newRow("behind the command") << 17 << 6;
+    }
+    void aLostConnectionEndsAnUpdate()
+    {
+        QFETCH(int, tick);
+        QFETCH(int, commands);
+        Setting on;
+        on.pump.atTick(tick, [&] { on.port.loseConnection(); });
+        on.setting.update("013", "95");
+        QCOMPARE(static_cast<int>(on.port.commands().size()), commands);
+        QCOMPARE(on.pump.ticks(), tick);
+        QVERIFY(on.link.connectionLost);
+        QVERIFY(!on.port.PortOpen());
+        QCOMPARE(on.changedRows(), QByteArrayList());
+        QVERIFY(!on.tables.CFG.table.TableChanged);
+        QVERIFY(on.boxes.shown.empty());
+        QCOMPARE(linesWith(on.log, {"EditData"}), QByteArrayList());
+    }
+
     void readsWhatTheReaderHolds()
     {
         Setting on;
