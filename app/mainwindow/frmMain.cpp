@@ -634,10 +634,11 @@ void frmMain::closeEvent(QCloseEvent* event)
     event->setAccepted(m_isUnloaded);
 }
 
-bool frmMain::closeForEndOfSession()
+bool frmMain::closeForEndOfSession(bool mayAsk)
 {
+    const bool wouldAsk = m_table_CFG.TableChanged || m_table_KB.TableChanged;
     // A close inside a close passes for one that went well.
-    return !m_operations.isRunning() && !m_isUnloading && close();
+    return !m_operations.isRunning() && !m_isUnloading && (mayAsk || !wouldAsk) && close();
 }
 
 void frmMain::operationEnded()

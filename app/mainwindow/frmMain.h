@@ -88,8 +88,9 @@ public:
     [[nodiscard]] tables::ConfigurationEditor& editor_CFG() { return *m_editor_CFG; }
     [[nodiscard]] tables::KeyboardLanguageEditor& editor_KB() { return *m_editor_KB; }
 
-    // The user logs off: closes the window, with its questions. False when it stays open, or when the device is in use.
-    [[nodiscard]] bool closeForEndOfSession();
+    // The user logs off: closes the window, with its questions if they may be asked. False when the session must not
+    // end: the window stays open by an answer, or because nobody may be asked, or the device is in use.
+    [[nodiscard]] bool closeForEndOfSession(bool mayAsk);
 
 signals:
     // The window has been closed for good, its settings are written: the program may end.

@@ -101,9 +101,9 @@ int main(int argc, char* argv[])
     QObject::connect(
         &application, &QGuiApplication::commitDataRequest, &frmMain,
         [&frmMain](QSessionManager& session) {
-            if (session.allowsInteraction()) {
-                frmMain.closeForEndOfSession() ? session.release() : session.cancel();
-            }
+            // Asked for in any case: where the user may not be asked, a session may still be kept from ending.
+            const bool mayAsk = session.allowsInteraction();
+            frmMain.closeForEndOfSession(mayAsk) ? session.release() : session.cancel();
         },
         Qt::DirectConnection);
     QTimer::singleShot(0, &frmMain, &app::frmMain::Form_Load);

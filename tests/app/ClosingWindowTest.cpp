@@ -6,6 +6,10 @@
 #include <QPointer>
 #include <QSignalSpy>
 
+#include <functional>
+#include <optional>
+#include <utility>
+
 using namespace testsupport;
 using platform::BoxAnswer;
 using tables::kConfigurationTab;
@@ -17,6 +21,7 @@ namespace {
 const QByteArrayList kIdentify = {"/ver", "/get dev_version", "/rawxact WCY", "/rawxact WPV081", "/rawxact WPV082"};
 const QByteArrayList kSetUp = kIdentify + kIdentify;
 const QByteArrayList kNormalMode = {"/rawsend \\xA8\\x40", "/rawsend \\xA2"};
+const QByteArray kLeave = "/rawsend \\xA5";
 constexpr int kIdentificationCommands = 5;
 
 void markChanged(MainWindowFixture& f, int tab)
@@ -27,6 +32,33 @@ void markChanged(MainWindowFixture& f, int tab)
         f.window->paramTables().PutTableEntry_KB("080", "XXX", 0);
     }
 }
+
+// Turns of the event loop that are counted; something happens in the first one, and in one that comes far too late.
+class PatientPump final : public platform::EventPump
+{
+public:
+    std::function<void()> onWait;
+    std::function<void()> onLastTurn;
+    int waits = 0;
+
+    void processPending() override { m_real.processPending(); }
+    void processWithoutInput() override { m_real.processWithoutInput(); }
+    void waitForEvents() override
+    {
+        ++waits;
+        if (const auto act = std::exchange(onWait, {})) {
+            act();
+        }
+        if (waits == kFarTooMany) {
+            onLastTurn();
+        }
+        m_real.processPending();
+    }
+
+private:
+    static constexpr int kFarTooMany = 20;
+    platform::QtEventPump m_real;
+};
 
 } // namespace
 
@@ -65,6 +97,52 @@ private slots:
         }
     }
 
+    // A click on another tab has begun to leave: the command that takes the reader out of its mode still goes out.
+    void closingWhileTheReadTestIsLeftStillTakesTheReaderOut_data()
+    {
+        QTest::addColumn<int>("after");
+        QTest::newRow("at the first command") << 1;
+        QTest::newRow("at the last of the identification") << kIdentificationCommands;
+        QTest::newRow("at the command itself") << kIdentificationCommands + 1;
+    }
+    void closingWhileTheReadTestIsLeftStillTakesTheReaderOut()
+    {
+        QFETCH(int, after);
+        ReadTestDesk desk;
+        QVERIFY(desk.startInTest());
+        desk.f.reader.onOutput = [&](int count) {
+            if (count == after) {
+                desk.f.window->close();
+            }
+        };
+        desk.clickTab(kConfigurationTab);
+        QVERIFY(!desk.f.window->isVisible());
+        QVERIFY(!desk.f.reader.PortOpen());
+        // Nothing is waited for any more, so the identification may be shorter.
+        QByteArrayList commands = desk.f.reader.commands;
+        QCOMPARE(commands.takeLast(), kLeave);
+        QCOMPARE(commands, kIdentify.first(commands.size()));
+    }
+
+    // kb-ends-in-read-test
+    void aProgramThatEndsInTheReadTestSendsNothing_data()
+    {
+        QTest::addColumn<bool>("byExit");
+        QTest::newRow("title bar") << false;
+        QTest::newRow("Exit") << true;
+    }
+    void aProgramThatEndsInTheReadTestSendsNothing()
+    {
+        QFETCH(bool, byExit);
+        ReadTestDesk desk;
+        QVERIFY(desk.startInTest());
+        desk.withTicks([&] { byExit ? desk.f.press("KEY_EXIT") : static_cast<void>(desk.f.window->close()); });
+        QVERIFY(!desk.f.window->isVisible());
+        desk.pass(20);
+        QCoreApplication::processEvents();
+        QCOMPARE(desk.f.reader.commands, QByteArrayList());
+    }
+
     void aWindowThatStaysOpenEntersTheReadTestAfresh()
     {
         ReadTestDesk desk;
@@ -100,10 +178,11 @@ private slots:
         f.start();
         markChanged(f, kConfigurationTab);
         QVERIFY(bool(f.reader.setPortOpen(true))); // as a test in the options leaves it
-        bool wasOpen = !byExit;
+        std::optional<bool> wasOpen;
         f.boxes.expect(BoxAnswer::No, [&] { wasOpen = f.reader.PortOpen(); });
         byExit ? f.find<QAction>("mnuExit")->trigger() : static_cast<void>(f.window->close());
-        QCOMPARE(wasOpen, !byExit);
+        QVERIFY(wasOpen.has_value()); // the question came
+        QCOMPARE(*wasOpen, !byExit);
         QVERIFY(!f.reader.PortOpen());
         QVERIFY(!f.window->isVisible());
     }
@@ -182,10 +261,35 @@ private slots:
         QVERIFY(f.window->link().UserAbort);
         QVERIFY(f.window->operations().isClosing());
         QVERIFY(!f.reader.PortOpen());
-        // A wait that is still under way ends at once, though no tick comes any more.
-        f.window->Timer1_Timer();
-        f.window->protocol().settle(1e9);
-        f.window->protocol().WaitForResponse();
+    }
+
+    // Of those that wait for something else than an operation's end, such as one that a box has held up.
+    void aWaitThatIsStillUnderWayEndsWithTheWindow_data()
+    {
+        QTest::addColumn<int>("wait");
+        QTest::newRow("for time to pass") << 0;
+        QTest::newRow("for a response") << 1;
+        QTest::newRow("for the reply period") << 2;
+    }
+    void aWaitThatIsStillUnderWayEndsWithTheWindow()
+    {
+        QFETCH(int, wait);
+        PatientPump pump;
+        MainWindowFixture f;
+        f.tickMilliseconds = 0; // no tick comes any more
+        f.pump = &pump;
+        f.start();
+        QVERIFY(bool(f.reader.setPortOpen(true)));
+        device::CommandProtocol& protocol = f.window->protocol();
+        pump.onWait = [&] { f.window->close(); };
+        pump.onLastTurn = [&] { // or it would never end
+            f.window->link().LastResponse = "00";
+            f.window->link().period.CommBusy = 0;
+            f.window->link().period.ResponseCountdown = 0;
+        };
+        wait == 0 ? protocol.settle(1e9) : wait == 1 ? protocol.WaitForResponse() : protocol.Send_Cmd("/ver");
+        QVERIFY(!f.window->isVisible());
+        QCOMPARE(pump.waits, 1);
     }
 
     void nothingOfADestroyedWindowIsStillAtWork()
@@ -210,14 +314,21 @@ private slots:
 
     // --- The user logs off ---
 
+    void theEndOfTheSessionWaitsForATransfer_data()
+    {
+        QTest::addColumn<bool>("mayAsk");
+        QTest::newRow("the user may be asked") << true;
+        QTest::newRow("nobody may be asked") << false;
+    }
     void theEndOfTheSessionWaitsForATransfer()
     {
+        QFETCH(bool, mayAsk);
         MainWindowFixture f;
         f.start();
         bool mayEnd = true;
         f.reader.onOutput = [&](int count) {
             if (count == kIdentificationCommands + 2) {
-                mayEnd = f.window->closeForEndOfSession();
+                mayEnd = f.window->closeForEndOfSession(mayAsk);
             }
         };
         f.press("KEY_UPDATE");
@@ -231,22 +342,39 @@ private slots:
         MainWindowFixture f;
         f.start();
         markChanged(f, kKeyboardLanguageTab);
-        f.boxes.expect(BoxAnswer::Cancel, [&] { QVERIFY(!f.window->closeForEndOfSession()); });
-        QVERIFY(!f.window->closeForEndOfSession());
+        f.boxes.expect(BoxAnswer::Cancel, [&] { QVERIFY(!f.window->closeForEndOfSession(true)); });
+        QVERIFY(!f.window->closeForEndOfSession(true));
         QVERIFY(f.window->isVisible());
         QSignalSpy unloaded(f.window.get(), &app::frmMain::unloaded);
         f.boxes.expect(BoxAnswer::No);
-        QVERIFY(f.window->closeForEndOfSession());
+        QVERIFY(f.window->closeForEndOfSession(true));
         QCOMPARE(unloaded.count(), 1);
         QVERIFY(std::filesystem::exists(f.settingsFile()));
     }
 
     void theEndOfTheSessionNeedsNoQuestionWhenAllIsSaved()
     {
-        MainWindowFixture f;
-        f.start();
-        QVERIFY(f.window->closeForEndOfSession());
-        QVERIFY(f.boxes.shown.empty());
+        for (const bool mayAsk : {true, false}) {
+            MainWindowFixture f;
+            f.start();
+            QVERIFY(f.window->closeForEndOfSession(mayAsk));
+            QVERIFY(!f.window->isVisible());
+            QVERIFY(f.boxes.shown.empty());
+        }
+    }
+
+    void unsavedTablesAreNotGivenUpWithoutAQuestion()
+    {
+        for (const int tab : {int{kConfigurationTab}, int{kKeyboardLanguageTab}}) {
+            MainWindowFixture f;
+            f.start();
+            markChanged(f, tab);
+            QVERIFY(!f.window->closeForEndOfSession(false));
+            QVERIFY(f.window->isVisible());
+            QVERIFY(f.boxes.shown.empty());
+            f.boxes.expect(BoxAnswer::No);
+            QVERIFY(f.window->closeForEndOfSession(true));
+        }
     }
 };
 
