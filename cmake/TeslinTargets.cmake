@@ -102,10 +102,10 @@ function(teslin_precompile target kind)
     target_precompile_headers(${target} REUSE_FROM teslin_headers_${kind})
 endfunction()
 
-# The surroundings of every test, so that none depends on the machine's: see tests/surroundings. FONTS names a file of
-# tests/surroundings other than fonts.conf.
+# The surroundings of every test, so that none depends on the machine's: see tests/surroundings. FONTS and SCREENS name a
+# file there: other fonts than those of fonts.conf, other screens than a single small one.
 function(teslin_test_surroundings name)
-    cmake_parse_arguments(ARG "ON_SCREEN" "FONTS" "MORE" ${ARGN})
+    cmake_parse_arguments(ARG "ON_SCREEN" "FONTS;SCREENS" "MORE" ${ARGN})
     if(NOT ARG_FONTS)
         set(ARG_FONTS fonts.conf)
     endif()
@@ -118,6 +118,9 @@ function(teslin_test_surroundings name)
     endif()
     if(WIN32 AND ARG_ON_SCREEN)
         list(APPEND environment QT_QPA_PLATFORM=windows)
+    elseif(ARG_SCREENS)
+        list(APPEND environment
+             QT_QPA_PLATFORM=offscreen:configfile=${PROJECT_SOURCE_DIR}/tests/surroundings/${ARG_SCREENS})
     else()
         list(APPEND environment QT_QPA_PLATFORM=offscreen)
     endif()

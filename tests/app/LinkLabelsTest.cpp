@@ -78,8 +78,9 @@ private slots:
     {
         MainWindowFixture f;
         f.start();
-        f.window->identification().setCaption(Identification::Driver, "Device driver did not open");
-        app::LinkSide(*f.window).showDriverName();
+        f.reader.staysClosed = true;
+        f.press("KEY_RETRIEVE");
+        QCOMPARE(f.textOf("lblDriverName"), "Device driver did not open");
         QVERIFY(f.find<QLabel>("lblDriverName")->isVisible());
         QVERIFY(!f.find<QLabel>("lblDriverLabel")->isVisible());
         QVERIFY(!f.find<QLabel>("lblFirmwareValue")->isVisible());

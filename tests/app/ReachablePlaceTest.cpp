@@ -34,6 +34,10 @@ private slots:
         QTest::newRow("beyond the lower edge") << one << QRect(100, 776, 900, 600);
         QTest::newRow("a little above the upper edge") << one << QRect(100, -11, 900, 600);
         QTest::newRow("on the second screen") << QList<QRect>{kLaptop, kRight} << QRect(1500, 80, 900, 600);
+        QTest::newRow("on the second screen, below the end of the main one")
+            << QList<QRect>{kLaptop, kRight} << QRect(1500, 1000, 900, 600);
+        QTest::newRow("beyond the right edge of the second screen")
+            << QList<QRect>{kLaptop, kRight} << QRect(3000, 80, 900, 600);
         QTest::newRow("across both screens") << QList<QRect>{kLaptop, kRight} << QRect(900, 20, 2000, 700);
         QTest::newRow("left of the main screen") << QList<QRect>{kLaptop, kLeft} << QRect(-1900, 230, 900, 600);
         QTest::newRow("narrower than what is reached for") << one << QRect(1200, 80, 60, 600);

@@ -21,6 +21,26 @@ class ReadTestKeyboardTest final : public QObject
     Q_OBJECT
 
 private slots:
+    // The user has clicked another tab while the test was being entered: the keyboard is there.
+    void aTestThatIsHiddenMeanwhileTakesTheKeyboardFromNobody()
+    {
+        ReadTestDesk desk;
+        QVERIFY(desk.start());
+        QStringList holders;
+        desk.f.reader.onOutput = [&](int count) {
+            if (count == 3) {
+                desk.f.find<QTabWidget>("SSTab1")->setCurrentIndex(tables::kConfigurationTab);
+                desk.f.find<QWidget>("grdCFG")->setFocus();
+            }
+            if (count == 11) { // the first mode command: the box has been asked to take the keyboard
+                const QWidget* const holder = desk.f.window->focusWidget();
+                holders << (holder == nullptr ? QStringLiteral("nobody") : holder->objectName());
+            }
+        };
+        desk.clickTab(tables::kReadTestTab);
+        QCOMPARE(holders, QStringList{QStringLiteral("grdCFG")});
+    }
+
     // Each key comes after the letters x and y.
     void aKey_data()
     {

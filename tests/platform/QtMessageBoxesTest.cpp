@@ -6,6 +6,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QMessageBox>
+#include <QProxyStyle>
 #include <QPushButton>
 #include <QScreen>
 #include <QTest>
@@ -19,6 +20,32 @@ using platform::BoxButtons;
 using platform::BoxIcon;
 using platform::MessageBox;
 using platform::QtMessageBoxes;
+
+namespace {
+
+// As some desktops have it: the buttons of a box are to have pictures, and there is one for each.
+class PictureStyle final : public QProxyStyle
+{
+public:
+    PictureStyle()
+        : QProxyStyle(QStringLiteral("Fusion"))
+    {}
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                  QStyleHintReturn* returnData) const override
+    {
+        return hint == SH_DialogButtonBox_ButtonsHaveIcons ? 1
+                                                           : QProxyStyle::styleHint(hint, option, widget, returnData);
+    }
+    QIcon standardIcon(StandardPixmap picture, const QStyleOption* option, const QWidget* widget) const override
+    {
+        QPixmap pixmap(16, 16);
+        pixmap.fill(Qt::red);
+        const QIcon icon = QProxyStyle::standardIcon(picture, option, widget);
+        return icon.isNull() ? QIcon(pixmap) : icon;
+    }
+};
+
+} // namespace
 
 class QtMessageBoxesTest final : public QObject
 {
@@ -101,12 +128,16 @@ private slots:
 
     void noButtonHasAPicture()
     {
+        QApplication::setStyle(new PictureStyle);
+        QPushButton example;
+        QVERIFY(!example.style()->standardIcon(QStyle::SP_DialogYesButton).isNull()); // or nothing is tested here
         const auto answer = show({.text = "Save?", .buttons = BoxButtons::YesNoCancel}, [](QMessageBox& window) {
             QCOMPARE(window.buttons().size(), 3);
             for (const QAbstractButton* button : window.buttons()) {
                 QVERIFY2(button->icon().isNull(), qPrintable(button->text()));
             }
         });
+        QApplication::setStyle(QStringLiteral("Fusion"));
         QCOMPARE(answer, BoxAnswer::Cancel);
     }
 };

@@ -25,6 +25,7 @@ public:
     QByteArrayList commands;           // all that were sent, without their line feeds
     std::function<void(int)> onOutput; // told the number of commands so far, before the answer is on its way
     bool opens = true;
+    bool staysClosed = false; // opening succeeds, but the port is not open
 
     void hangUp()
     {
@@ -45,7 +46,7 @@ public:
         if (open && !opens) {
             return platform::SystemError{.number = 2, .description = "No such file or directory"};
         }
-        m_isOpen = open;
+        m_isOpen = open && !staysClosed;
         m_isLost = false;
         m_received.clear();
         return {};
