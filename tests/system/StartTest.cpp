@@ -74,6 +74,14 @@ private slots:
         QCOMPARE(m_program.property(u"SSTab1"_s, u"currentIndex"_s), u"0"_s);
     }
 
+    // What is done while the driver is waited for is handled when the wait is over. This loop would hold it back.
+    void itsEventLoopIsNotTheOneOfGLib()
+    {
+        const QString loop = m_program.ask(u"loop"_s);
+        QVERIFY2(loop.contains(u"EventDispatcher"_s) && !loop.contains(u"glib"_s, Qt::CaseInsensitive),
+                 qPrintable(loop));
+    }
+
     void tablesAtTheirDefaults()
     {
         const QString captions = u"Changed\tAdr\tHex\tNotes"_s;

@@ -5,6 +5,7 @@
 #include "tests/system/driver/Controls.h"
 #include "tests/system/driver/UserInput.h"
 
+#include <QAbstractEventDispatcher>
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QGuiApplication>
@@ -156,6 +157,11 @@ QString actions(Arguments& arguments)
         lines.append(entry->objectName() + u'\t' + caption + u'\t' + QLatin1String(yesOrNo(entry->isEnabled())));
     }
     return lines.join(u'\n');
+}
+
+QString loop(Arguments&)
+{
+    return QLatin1String(QAbstractEventDispatcher::instance()->metaObject()->className());
 }
 
 // --- Windows and message boxes ---
@@ -339,7 +345,7 @@ struct Command
     QString (*run)(Arguments&);
 };
 
-constexpr std::array<Command, 22> kCommands = {{
+constexpr std::array<Command, 23> kCommands = {{
     // name, its arguments: what it answers or does
     {"find", find},                       // CONTROL: class, visible or hidden, enabled or disabled, place on the screen
     {"get", get},                         // CONTROL PROPERTY: its value
@@ -349,6 +355,7 @@ constexpr std::array<Command, 22> kCommands = {{
     {"header", header},                   // GRID: captions of the columns
     {"tabs", tabs},                       // TABCONTROL: captions of the tabs
     {"actions", actions},                 // MENU: its entries
+    {"loop", loop},                       // class of the event loop
     {"windows", windows},                 // names of all open windows
     {"box", box},                         // the open message box
     {"press", pressButton},               // CAPTION: clicks this button of the message box
