@@ -2,7 +2,8 @@
 # shellcheck shell=bash
 # shellcheck disable=SC2034 # the lists are for those who source it
 
-build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libgl-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-base-dev-tools qt6-serialport-dev libgl-dev
+    libasio-dev libcli11-dev nlohmann-json3-dev)
 # What cmake is told beyond the preset.
 settings=()
 
