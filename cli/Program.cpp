@@ -8,6 +8,7 @@
 
 #include <cstdio>
 #include <exception>
+#include <stdexcept>
 #include <string_view>
 
 namespace cli {
@@ -29,13 +30,30 @@ Exit run(const Arguments& arguments, Console& console)
     switch (arguments.command) {
     case Command::Info:
         return info(arguments, console);
+    case Command::Retrieve:
+        return retrieve(arguments, console);
+    case Command::Verify:
+        return verify(arguments, console);
+    case Command::Diff:
+        return diff(arguments, console);
+    case Command::Update:
+        return update(arguments, console);
     case Command::Get:
         return get(arguments, console);
     case Command::Set:
         return set(arguments, console);
-    default:
-        throw Failure(Exit::Usage, "not built yet");
+    case Command::Summary:
+        return summary(arguments, console);
+    case Command::Show:
+        return show(arguments, console);
+    case Command::TestRead:
+        return testRead(arguments, console);
+    case Command::Doctor:
+        return doctor(arguments, console);
+    case Command::Batch:
+        return batch(arguments, console);
     }
+    throw std::logic_error("no such command");
 }
 
 Exit runGuarded(const Arguments& arguments, Console& console)

@@ -91,6 +91,7 @@ Exit set(const Arguments& arguments, Console& console)
     }
     tellFailures(writing, console);
     Json json = document(arguments, exit);
+    json["dry_run"] = false;
     json["parameters"] = jsonOf(writing);
     addCause(writing.cause, json);
     console.answer(json);

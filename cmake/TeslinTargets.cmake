@@ -1,10 +1,10 @@
 # The house in CMake: one target a floor, and link lists that say which floor may use which.
 #
-#   teslin_ground_floor(NAME SOURCES ... [LINKS ...])   plain C++20, the standard library alone
-#   teslin_upper_floor(NAME SOURCES ... [LINKS ...])    Qt 6 Widgets
+#   teslin_ground_floor(NAME SOURCES ... [LINKS ...] [HEADERS ...])   plain C++20, the standard library alone
+#   teslin_upper_floor(NAME SOURCES ... [LINKS ...])                  Qt 6 Widgets
 #   teslin_tests(ROOM ground|widget|window|system TESTS ... LINKS ... [SOURCES ...] [ON_SCREEN ...])
 #
-# ON_SCREEN names the tests of what only the screen of a real Windows, or of Wine, can show. All others need none.
+# HEADERS are large headers of a floor's own, compiled once. ON_SCREEN names the tests of what only the screen of a real Windows, or of Wine, can show. All others need none.
 
 add_library(teslin_options INTERFACE)
 target_include_directories(teslin_options INTERFACE ${PROJECT_SOURCE_DIR})
@@ -54,13 +54,17 @@ if(TARGET Qt6::Test)
 endif()
 
 function(teslin_ground_floor name)
-    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS" ${ARGN})
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINKS;HEADERS" ${ARGN})
     if("${ARG_LINKS}" MATCHES "Qt6|_ui")
         message(FATAL_ERROR "${name} is a ground floor: it links neither Qt nor an upper floor")
     endif()
     add_library(${name} STATIC ${ARG_SOURCES})
     target_link_libraries(${name} PUBLIC teslin_options ${ARG_LINKS})
-    teslin_precompile(${name} ground)
+    if(NOT ARG_HEADERS)
+        teslin_precompile(${name} ground)
+    elseif(TESLIN_PRECOMPILE)
+        target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+    endif()
 endfunction()
 
 function(teslin_upper_floor name)

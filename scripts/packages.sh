@@ -9,7 +9,8 @@ settings=()
 
 screen_packages=(xvfb xauth xdotool fonts-dejavu-core)
 # The fonts are those of tests/surroundings.
-test_packages=(gcovr poppler-utils fonts-dejavu-core fonts-liberation fonts-noto-mono fonts-urw-base35 python3)
+test_packages=(gcovr poppler-utils fonts-dejavu-core fonts-liberation fonts-noto-mono fonts-urw-base35 python3
+    python3-jsonschema)
 package_packages=(dpkg-dev appstream desktop-file-utils lintian man-db python3-markdown)
 # The Windows program, and what runs it here.
 windows_packages=(g++-mingw-w64-x86-64 zip xz-utils)

@@ -3,6 +3,7 @@
 #include "tests/simulator/FolderTree.h"
 
 #include "simulator/ParameterMemory.h"
+#include "tests/support/SourceFile.h"
 
 #include <QDir>
 #include <QFile>
@@ -67,7 +68,7 @@ void CliDesk::start(QProcess& process, const QStringList& arguments) const
 CliDesk::Outcome CliDesk::run(const QStringList& arguments, const QByteArray& input) const
 {
     QProcess process;
-    start(process, QStringList{QStringLiteral("--timeout"), QStringLiteral("100")} + arguments);
+    start(process, QStringList{QStringLiteral("--timeout"), QStringLiteral("200")} + arguments);
     process.write(input);
     process.closeWriteChannel();
     return end(process);
@@ -114,6 +115,11 @@ int CliDesk::commands() const
         count += line.door == "port" && line.event == "recv" ? 1 : 0;
     }
     return count;
+}
+
+QByteArray golden(const char* name)
+{
+    return contentOf(testsupport::sourceFile(QStringLiteral("tests/files/golden/") + QLatin1String(name)));
 }
 
 QMap<QByteArray, QByteArray> freshMemory()

@@ -56,5 +56,8 @@ private:
     SimulatorProcess m_reader;
 };
 
+// A table file typed from its format: FactoryDefaults.tlc or .txt.
+[[nodiscard]] QByteArray golden(const char* name);
+
 // What a reader holds at first: the factory values, set to the US layout.
 [[nodiscard]] QMap<QByteArray, QByteArray> freshMemory();
