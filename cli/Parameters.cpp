@@ -11,7 +11,6 @@ namespace cli {
 namespace {
 
 constexpr std::size_t kAddressLength = 3;
-constexpr std::string_view kReadOnly = "001";
 
 void add(std::vector<Parameter>& list, Table table, const tables::Parameter& row)
 {
@@ -19,7 +18,7 @@ void add(std::vector<Parameter>& list, Table table, const tables::Parameter& row
     list.push_back({.address = std::string(address),
                     .table = table,
                     .factory = text::hexByte(text::leftOf(row.value, 2)),
-                    .isReadOnly = address == kReadOnly,
+                    .isReadOnly = row.access == tables::Access::ReadOnly,
                     .row = row.address,
                     .notes = row.notes});
     if (row.address.size() > kAddressLength) {

@@ -3,28 +3,18 @@
 #include "cli/Utf8.h"
 #include "cli/Words.h"
 #include "tables/BitFields.h"
-#include "tables/EditorTexts.h"
 #include "tables/Parameters.h"
 #include "text/HexText.h"
 
 #include <nlohmann/json.hpp>
 
-#include <array>
+#include <span>
 
 namespace cli {
 
 namespace {
 
 namespace fields = tables::fields;
-
-constexpr std::array kOptionFields = {&fields::radTk1,     &fields::radTk2,    &fields::radTk3,
-                                      &fields::radID,      &fields::radSendEr, &fields::radSendTermAfter,
-                                      &fields::radTrkMap,  &fields::radP080E,  &fields::radP080A1,
-                                      &fields::radP080A23, &fields::radP080S};
-constexpr std::array kShiftFields = {&fields::radShiftA1, &fields::radShiftA2, &fields::radShiftA3,
-                                     &fields::radShiftA4};
-constexpr std::array kSendFlags = {&fields::chkSendSS, &fields::chkSendEs, &fields::chkSendLRC, &fields::chkSendNBR,
-                                   &fields::chkSendLC};
 
 struct Field
 {
@@ -60,25 +50,32 @@ bool isFlagsOfPair(const Parameter& parameter)
            tables::keyboardRow(parameter.row) == tables::KeyboardRow::Pair;
 }
 
-std::vector<Field> fieldsOf(const Parameter& parameter)
+void addFields(std::vector<Field>& list, std::span<const tables::BitField* const> known, std::string_view address)
 {
-    std::vector<Field> list;
-    for (const tables::BitField* const field : kOptionFields) {
-        if (field->address == parameter.address) {
+    for (const tables::BitField* const field : known) {
+        if (address.empty() || field->address == address) {
             list.push_back(fieldOf(*field));
         }
     }
-    if (parameter.address == fields::kSendFlagsAddress) {
-        for (const tables::BitCheck* const check : kSendFlags) {
+}
+
+std::vector<Field> fieldsOf(const Parameter& parameter)
+{
+    std::vector<Field> list;
+    addFields(list, parameter.table == Table::Configuration ? fields::options_CFG() : fields::keyboardFlags_KB(),
+              parameter.address);
+    for (const tables::BitChecks& checks : fields::checks_CFG()) {
+        if (checks.address != parameter.address) {
+            continue;
+        }
+        for (const tables::BitCheck* const check : checks.checks) {
             list.push_back({.mask = check->mask,
                             .caption = std::string(check->caption),
                             .options = {{text::hexTwoDigits(check->mask), trimmed(check->toolTip)}}});
         }
     }
     if (isFlagsOfPair(parameter)) {
-        for (const tables::BitField* const field : kShiftFields) {
-            list.push_back(fieldOf(*field));
-        }
+        addFields(list, fields::shiftFlags_KB(), {});
     }
     return list;
 }
