@@ -11,6 +11,9 @@ namespace cli {
 
 namespace {
 
+// The window closes a saved report with a line end of its own.
+constexpr std::string_view kFileEnd = "\r\n";
+
 struct Report
 {
     Table table;
@@ -66,7 +69,7 @@ Exit summary(const Arguments& arguments, Console& console)
     std::string text;
     Json list = Json::array();
     for (const Report& report : reports) {
-        text += report.text;
+        text.append(report.text).append(kFileEnd);
         list.push_back({{"table", shortNameOf(report.table)}, {"report", toUtf8(report.text)}});
     }
     if (arguments.outputs.empty()) {

@@ -9,14 +9,15 @@
 
 namespace {
 
-// A report typed by hand, with today's date and perhaps a firmware version in its heading.
+// A report typed by hand, with today's date and perhaps a firmware version in its heading, as a file: with the line end
+// that closes it.
 QByteArray goldenReport(const char* name, const QByteArray& firmware = {})
 {
     QFile file(testsupport::sourceFile(QStringLiteral("tests/report/golden/") + QLatin1String(name) + ".txt"));
     QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
     const QByteArray title = "Brennic Teslin " + firmware;
     const QByteArray date = QDate::currentDate().toString(QStringLiteral("MM/dd/yyyy")).toLatin1();
-    return title.rightJustified(54) + date + text.mid(text.indexOf("\r\n"));
+    return title.rightJustified(54) + date + text.mid(text.indexOf("\r\n")) + "\r\n";
 }
 
 } // namespace
