@@ -1,5 +1,7 @@
 #include "TeslinProcess.h"
+#include "tests/simulator/FolderTree.h"
 #include "tests/support/RunnableTest.h"
+#include "tests/support/SourceFile.h"
 
 #include <QJsonArray>
 #include <QTest>
@@ -16,6 +18,21 @@ bool waitFor(QProcess& process, const QByteArray& words, QByteArray& said)
         said += process.readAll();
     }
     return true;
+}
+
+// The commands of a section of a document, as its reader would type them.
+QList<QStringList> commandsOf(const char* document, const QByteArray& section)
+{
+    const QByteArray text = contentOf(testsupport::sourceFile(QLatin1String(document)));
+    const qsizetype from = text.indexOf("\n## " + section + "\n");
+    const QByteArray part = text.mid(from, text.indexOf("\n## ", from + 1) - from);
+    QList<QStringList> commands;
+    for (const QByteArray& line : part.split('\n')) {
+        if (from >= 0 && line.startsWith("    teslin ")) {
+            commands << QString::fromLatin1(line.left(line.indexOf(" #"))).simplified().split(' ').mid(1);
+        }
+    }
+    return commands;
 }
 
 } // namespace
@@ -60,6 +77,51 @@ private slots:
                  log[1].constData());
         QVERIFY2(log[2].contains(" reader 3: proven, 1 written, 25 were right already, backup "), log[2].constData());
         QCOMPARE(desk.files("teslin-backup-*").size(), 3);
+    }
+
+    // The example of the document, with the readers of its log: the first one needs two parameters, the second one
+    // falls silent.
+    void theExampleOfTheDocument()
+    {
+        const QList<QStringList> commands = commandsOf("docs/command-line.md", "Setting up many readers");
+        QCOMPARE(commands.size(), 2);
+        QVERIFY(commands[0].contains("retrieve") && commands[1].contains("batch"));
+        CliDesk desk;
+        QVERIFY(desk.startReader({}, {"013=96", "020=41"}));
+        QCOMPARE(desk.run(commands[0]).exitCode, 0);
+        auto right = desk.endReader();
+        QCOMPARE(right["020"], QByteArray("41"));
+
+        QVERIFY(desk.startReader());
+        QProcess process;
+        process.setProcessChannelMode(QProcess::MergedChannels);
+        desk.start(process, commands[1]);
+        QByteArray said;
+        QVERIFY2(waitFor(process, "press Enter", said), said.constData());
+        QCOMPARE(desk.endReader(), right);
+        QVERIFY(desk.startReader({"/rawxact WPV020: silent on=2-"}));
+        process.write("\n");
+        said.clear();
+        QVERIFY2(waitFor(process, "press Enter", said), said.constData());
+        QCOMPARE(desk.endReader(), right); // written, but not proven
+        QVERIFY(desk.startReader());
+        process.write("\n");
+        said.clear();
+        QVERIFY2(waitFor(process, "press Enter", said), said.constData());
+        process.write("q\n");
+        QCOMPARE(CliDesk::end(process).exitCode, 1);
+        QCOMPARE(desk.endReader(), right);
+
+        // As the document shows it, but for date, time and number.
+        const QByteArrayList log = desk.content("readers.log").split('\n');
+        QCOMPARE(log.size(), 4);
+        const QByteArray document = contentOf(testsupport::sourceFile("docs/command-line.md"));
+        const QByteArray proven = ": proven, 2 written, 173 were right already, backup teslin-backup-";
+        const QByteArray failed = ": FAILED, 1 of 2 written and proven, No reply to /rawxact WPV020, asked three times";
+        QVERIFY(document.contains(" reader 1" + proven) && document.contains(" reader 2" + failed));
+        QVERIFY2(log[0].contains(" reader 1" + proven), log[0].constData());
+        QVERIFY2(log[1].contains(" reader 2" + failed), log[1].constData());
+        QVERIFY2(log[2].contains(" reader 3" + proven), log[2].constData());
     }
 
     void waitsForTheFirstReader()

@@ -2,6 +2,7 @@
 #include "tests/support/RunnableTest.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QTest>
 
 namespace {
@@ -100,6 +101,22 @@ private slots:
         QVERIFY(desk.writes().isEmpty());
     }
 
+    void gettingOne_data() { reading_data(); }
+    void gettingOne()
+    {
+        QFETCH(QString, fault);
+        QFETCH(QString, address);
+        QFETCH(int, exitCode);
+        QFETCH(bool, isLie);
+        CliDesk desk;
+        QVERIFY(desk.startReader({fault}));
+        const CliDesk::Outcome outcome = desk.run({"get", address});
+        QVERIFY2(outcome.exitCode == exitCode, outcome.errors.constData());
+        const QByteArray value = isLie ? QByteArray("EE") : freshMemory()[address.toLatin1()];
+        QCOMPARE(outcome.output, exitCode == 0 ? value + '\n' : QByteArray());
+        QVERIFY(desk.writes().isEmpty());
+    }
+
     void comparing_data() { reading_data(); }
     void comparing()
     {
@@ -163,6 +180,39 @@ private slots:
         checkClaims(outcome);
         checkAgainst(outcome, desk.endReader());
         QCOMPARE(desk.files("teslin-backup*").size(), 2);
+    }
+
+    void settingMeetsItWhileProving_data() { updatingRows(true); }
+    void settingMeetsItWhileProving()
+    {
+        QFETCH(QString, fault);
+        QFETCH(int, exitCode);
+        CliDesk desk;
+        QVERIFY(desk.startReader({fault}));
+        const CliDesk::Outcome outcome = desk.run({"--json", "set", "013=96", "0A0=77", "114=78"});
+        QVERIFY2(outcome.exitCode == exitCode, outcome.output + outcome.errors);
+        checkClaims(outcome);
+        checkAgainst(outcome, desk.endReader(), 3);
+    }
+
+    void batchMeetsItWhileProving_data() { updatingRows(true); }
+    void batchMeetsItWhileProving()
+    {
+        QFETCH(QString, fault);
+        QFETCH(int, exitCode);
+        CliDesk desk;
+        QVERIFY(prepareUpdate(desk, fault));
+        const CliDesk::Outcome outcome =
+            desk.run({"--json", "batch", "--count", "1", "--log", "batch.log", "wanted.tlc", "wanted.txt"});
+        QVERIFY2(outcome.exitCode == (exitCode == 0 ? 0 : 1), outcome.output + outcome.errors);
+        const QJsonObject reader = outcome.json()["readers"].toArray()[0].toObject();
+        QCOMPARE(reader["exit"].toInt(-1), exitCode);
+        const CliDesk::Outcome ofReader{exitCode, QJsonDocument(reader).toJson(), {}};
+        checkAgainst(ofReader, desk.endReader());
+        const QByteArray log = desk.content("batch.log");
+        QCOMPARE(log.count('\n'), 1);
+        QCOMPARE(log.contains(" reader 1: proven, 6 written"), exitCode == 0);
+        QCOMPARE(log.contains(" reader 1: FAILED"), exitCode != 0);
     }
 
     // While a parameter is written. What is written is stored, whatever the echo is like.
@@ -244,11 +294,11 @@ private:
     }
 
     // Each parameter that was to be written is what the program says of it.
-    static void checkAgainst(const CliDesk::Outcome& outcome, const QMap<QByteArray, QByteArray>& held)
+    static void checkAgainst(const CliDesk::Outcome& outcome, const QMap<QByteArray, QByteArray>& held, int count = 6)
     {
         QVERIFY(!held.isEmpty());
         const QJsonArray parameters = outcome.json()["parameters"].toArray();
-        QCOMPARE(parameters.size(), 6);
+        QCOMPARE(parameters.size(), count);
         bool areAllProven = true;
         for (const QJsonValue& entry : parameters) {
             const QJsonObject parameter = entry.toObject();
