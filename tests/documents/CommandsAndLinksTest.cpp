@@ -22,7 +22,8 @@ namespace {
 // The blocks of code in the documents, each with what it is held against.
 enum class Kind { Simulator, Program, Swipe, Shell, Package, Login };
 const QHash<QString, Kind> kCommands = {
-    {"sudo apt install ./teslin-configure_" TESLIN_VERSION "-1_amd64.deb", Kind::Package},
+    {"sudo apt install ./teslin-tools_" TESLIN_VERSION "-1_amd64.deb ./teslin-configure_" TESLIN_VERSION "-1_amd64.deb",
+     Kind::Package},
     {"ksd-simulator --dosdevices ~/.teslin/dosdevices", Kind::Simulator},
     {"teslin-swipe-card bank", Kind::Swipe},
     {"mkdir -p ~/.teslin/dosdevices \"$HOME/.teslin/dosdevices/c:/Windows/system32/drivers\"", Kind::Shell},
