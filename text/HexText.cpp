@@ -25,7 +25,7 @@ constexpr int hexDigitValue(char c)
     if (c >= 'a' && c <= 'f') {
         return c - 'a' + 10;
     }
-    return -1;
+    return -1; // unseen: any number below 0 says so
 }
 
 constexpr bool isDecimalDigit(char c)

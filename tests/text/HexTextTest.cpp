@@ -55,6 +55,7 @@ private slots:
         QTest::newRow("letters first") << QByteArray("abc") << 0.0;
         QTest::newRow("sign") << QByteArray("-3") << -3.0;
         QTest::newRow("fraction") << QByteArray("2.5") << 2.5;
+        QTest::newRow("fraction of several digits") << QByteArray("2.375") << 2.375;
         QTest::newRow("blanks") << QByteArray(" 1 2 ") << 12.0;
         QTest::newRow("control character") << QByteArray("12\r") << 12.0;
         QTest::newRow("huge") << QByteArray("99999999999") << 99999999999.0;
