@@ -29,7 +29,7 @@ QList<QStringList> commandsOf(const char* document, const QByteArray& section)
     QList<QStringList> commands;
     for (const QByteArray& line : part.split('\n')) {
         if (from >= 0 && line.startsWith("    teslin ")) {
-            commands << QString::fromLatin1(line.left(line.indexOf(" #"))).simplified().split(' ').mid(1);
+            commands << QString::fromLatin1(line.split('#').front()).simplified().split(' ').mid(1);
         }
     }
     return commands;
