@@ -94,7 +94,8 @@ private:
 
     void watch()
     {
-        std::optional<Clock::time_point> rawBlockAt;
+        bool isRawBlockDue = false;
+        Clock::time_point rawBlockAt;
         while (!isInterrupted()) {
             const std::optional<std::string> typed = m_keys->read(kTick);
             if (!typed) {
@@ -107,10 +108,11 @@ private:
                 const device::SwipeText::Typed text = m_swipe.keyPress(key, m_sets);
                 say(text.heading);
                 say(text.shown == '\r' ? std::string_view("\n") : std::string_view(&text.shown, 1));
+                isRawBlockDue = true;
                 rawBlockAt = Clock::now() + kPause;
             }
-            if (rawBlockAt && Clock::now() >= *rawBlockAt) {
-                rawBlockAt.reset();
+            if (isRawBlockDue && Clock::now() >= rawBlockAt) {
+                isRawBlockDue = false;
                 say(m_swipe.takeRawBlock().value_or(""));
             }
         }
