@@ -22,7 +22,6 @@
 namespace app {
 
 using platform::toQString;
-using widgets::PlainLabel;
 
 namespace {
 
