@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <chrono>
+#include <csignal>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -17,7 +18,6 @@
 
 #include <fcntl.h>
 #include <poll.h>
-#include <signal.h>
 #include <spawn.h>
 #include <sys/wait.h>
 #include <termios.h>
@@ -62,6 +62,7 @@ struct Process
 Process start(const std::vector<std::string>& line, bool isRead)
 {
     std::vector<char*> words;
+    words.reserve(line.size() + 1);
     for (const std::string& word : line) {
         words.push_back(const_cast<char*>(word.c_str()));
     }
@@ -161,7 +162,7 @@ public:
         double first = 0.0;
         for (std::string text; std::getline(stream, text);) {
             m_seen = stream.tellg();
-            const double time = std::atof(text.c_str());
+            const double time = std::strtod(text.c_str(), nullptr);
             if (text.find(" port recv ") != std::string::npos) {
                 if (talk.commands == 0 && text.find(word) == std::string::npos) {
                     continue;
@@ -301,7 +302,7 @@ double memoryOf(pid_t process)
     std::ifstream stream("/proc/" + std::to_string(process) + "/smaps_rollup");
     for (std::string text; std::getline(stream, text);) {
         if (text.starts_with("Pss:")) {
-            return std::atof(text.c_str() + 4);
+            return std::strtod(text.c_str() + 4, nullptr);
         }
     }
     fail("the system does not tell how large a process is");

@@ -34,7 +34,7 @@ std::array<HostileFile, 11> hostileFiles()
     return {{{"rows", "083,10,1E ;a A\r\n", 255, 255},
              {"one line", "x", 0, 1},
              {"one line of notes", "Comments,\r\n083,10,1E ;" + QByteArray(kSize, 'n'), 1, 2},
-             {"lines of 1 MB", "083,10,1E ;" + QByteArray(1024 * 1024, 'n') + "\r\n", 49, 50},
+             {"lines of 1 MB", "083,10,1E ;" + QByteArray(qsizetype{1024} * 1024, 'n') + "\r\n", 49, 50},
              {"NUL bytes", QByteArray(1, '\0'), 0, 1},
              {"line feeds", "\n", 0, 0},
              {"carriage returns", "\r", 0, 0},

@@ -19,7 +19,6 @@
 
 namespace app {
 
-using widgets::PlainLabel;
 
 namespace {
 
