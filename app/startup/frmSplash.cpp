@@ -19,7 +19,6 @@
 
 namespace app {
 
-
 namespace {
 
 constexpr int kPictureSize = 160; // logical pixels
