@@ -20,15 +20,15 @@ std::string lastCharacters(const std::string& text, std::size_t count)
 
 } // namespace
 
-CommandProtocol::CommandProtocol(LinkState& link, Operations& operations, platform::SerialControl& MSComm1,
-                                 platform::EventPump& events, LinkWindow& window, platform::MessageBoxes& boxes,
-                                 tables::ParamTables& tables)
+CommandProtocol::CommandProtocol(LinkState& link, Operations& operations, const LinkServices& services,
+                                 const LinkSurfaces& surfaces, tables::ParamTables& tables)
     : m_link(link)
     , m_operations(operations)
-    , m_port(MSComm1)
-    , m_events(events)
-    , m_window(window)
-    , m_boxes(boxes)
+    , m_port(services.MSComm1)
+    , m_events(services.events)
+    , m_display(surfaces.display)
+    , m_status(surfaces.status)
+    , m_boxes(services.boxes)
     , m_tables(tables)
 {
     m_port.setOnComm([this] { MSComm1_OnComm(); });
@@ -127,7 +127,7 @@ void CommandProtocol::sendAndShow(std::string_view cmd)
 
 void CommandProtocol::showSent(std::string_view cmd)
 {
-    m_window.setStatusText("Sent command: " + std::string(cmd));
+    m_status.setStatusText("Sent command: " + std::string(cmd));
 }
 
 void CommandProtocol::MSComm1_OnComm()
@@ -150,8 +150,8 @@ void CommandProtocol::MSComm1_OnComm()
     switch (line.kind) {
     case replies::Line::Kind::Identification:
         if (line.hasText) {
-            m_window.setIdentification(Identification::Copyright, " " + line.text + " ");
-            m_window.showIdentification(Identification::Copyright, true);
+            m_display.setIdentification(Identification::Copyright, " " + line.text + " ");
+            m_display.showIdentification(Identification::Copyright, Shown::WithTitle);
         }
         break;
     case replies::Line::Kind::Parameter:
@@ -201,24 +201,24 @@ void CommandProtocol::Timer1_Timer()
 
 void CommandProtocol::ShowActiveSend()
 {
-    m_window.setSendLamp(true);
+    m_display.setLamp(Lamp::Send, true);
 }
 
 void CommandProtocol::ShowInactiveSend()
 {
-    m_window.setSendLamp(false);
+    m_display.setLamp(Lamp::Send, false);
 }
 
 void CommandProtocol::ShowActiveRecv()
 {
     m_link.recvLampLit = true;
-    m_window.setRecvLamp(true);
+    m_display.setLamp(Lamp::Recv, true);
 }
 
 void CommandProtocol::ShowInactiveRecv()
 {
     m_link.recvLampLit = false;
-    m_window.setRecvLamp(false);
+    m_display.setLamp(Lamp::Recv, false);
 }
 
 } // namespace device

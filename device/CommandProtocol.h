@@ -1,11 +1,8 @@
 #pragma once
 
 #include "device/LinkState.h"
-#include "device/LinkWindow.h"
+#include "device/LinkSurfaces.h"
 #include "device/Operations.h"
-#include "platform/EventPump.h"
-#include "platform/MessageBoxes.h"
-#include "platform/SerialControl.h"
 #include "tables/ParamTables.h"
 
 #include <functional>
@@ -20,8 +17,7 @@ class CommandProtocol final
 {
 public:
     // Everything outlives this object. Takes over the port's event handlers.
-    CommandProtocol(LinkState& link, Operations& operations, platform::SerialControl& MSComm1,
-                    platform::EventPump& events, LinkWindow& window, platform::MessageBoxes& boxes,
+    CommandProtocol(LinkState& link, Operations& operations, const LinkServices& services, const LinkSurfaces& surfaces,
                     tables::ParamTables& tables);
     ~CommandProtocol();
 
@@ -71,7 +67,8 @@ private:
     Operations& m_operations;
     platform::SerialControl& m_port;
     platform::EventPump& m_events;
-    LinkWindow& m_window;
+    LinkDisplay& m_display;
+    tables::StatusLine& m_status;
     platform::MessageBoxes& m_boxes;
     tables::ParamTables& m_tables;
     std::function<void()> m_onCountdownOver;

@@ -22,10 +22,16 @@ inline constexpr char kLineEnd = '\n';
     return "/rawxact WPV" + std::string(address);
 }
 
+// Writes one setting, "083=20".
+[[nodiscard]] inline std::string writeSetting(std::string_view setting)
+{
+    return "/rawsend WPW" + std::string(setting);
+}
+
 // Writes a value of two hexadecimal digits to an address.
 [[nodiscard]] inline std::string writeParameter(std::string_view address, std::string_view value)
 {
-    return "/rawsend WPW" + std::string(address) + "=" + std::string(value);
+    return writeSetting(std::string(address) + "=" + std::string(value));
 }
 
 } // namespace device::commands

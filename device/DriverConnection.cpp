@@ -19,17 +19,18 @@ std::string padded(std::string_view text)
 
 } // namespace
 
-DriverConnection::DriverConnection(LinkState& link, CommandProtocol& protocol, platform::SerialControl& MSComm1,
-                                   platform::DeviceObject& driver, platform::EventPump& events, LinkWindow& window,
-                                   PortSettings& settings, platform::MessageBoxes& boxes)
+DriverConnection::DriverConnection(LinkState& link, CommandProtocol& protocol, const LinkServices& services,
+                                   const LinkSurfaces& surfaces, VirtualPort& virtualPort)
     : m_link(link)
     , m_protocol(protocol)
-    , m_port(MSComm1)
-    , m_driver(driver)
-    , m_events(events)
-    , m_window(window)
-    , m_settings(settings)
-    , m_boxes(boxes)
+    , m_port(services.MSComm1)
+    , m_driver(services.driver)
+    , m_events(services.events)
+    , m_display(surfaces.display)
+    , m_status(surfaces.status)
+    , m_buttons(surfaces.buttons)
+    , m_virtualPort(virtualPort)
+    , m_boxes(services.boxes)
 {
     m_driver.setWhileWaiting([this] { m_events.processWithoutInput(); });
 }
@@ -42,14 +43,14 @@ DriverConnection::~DriverConnection()
 bool DriverConnection::Detect()
 {
     ClearSettings();
-    m_window.setIdentification(Identification::Driver, "Getting virtual com port number...");
+    m_display.setIdentification(Identification::Driver, "Getting virtual com port number...");
     CloseTheDeviceDriver();
     m_protocol.ShowActiveSend();
     m_events.processWithoutInput(); // opening may take a while, and nobody is asked meanwhile
     const platform::Result<void> opened = m_driver.open(R"(\\.\)" + m_link.DriverFriendlyName);
     m_protocol.ShowInactiveSend();
     if (!opened) {
-        m_window.setIdentification(Identification::Driver, "Unable to get virtual com port number.");
+        m_display.setIdentification(Identification::Driver, "Unable to get virtual com port number.");
         return false;
     }
     m_protocol.ShowActiveSend();
@@ -60,12 +61,12 @@ bool DriverConnection::Detect()
     m_protocol.ShowInactiveRecv();
     m_events.processPending(); // before a box comes, which would swallow a wish to close the window
     if (!answer) {
-        m_window.setIdentification(Identification::Driver, "Unable to get virtual com port number..");
+        m_display.setIdentification(Identification::Driver, "Unable to get virtual com port number..");
         return false;
     }
     const std::optional<std::string> name = replies::portName(answer.value());
     if (name) {
-        m_settings.setPortText(*name);
+        m_virtualPort.setPortText(*name);
     }
     checkPortText();
     return name.has_value();
@@ -83,34 +84,34 @@ platform::Result<std::string> DriverConnection::askForPortName()
 // The port's name in the options is looked at even when the driver named none: it may have been typed there.
 void DriverConnection::checkPortText()
 {
-    const std::string text = m_settings.portText();
+    const std::string text = m_virtualPort.portText();
     const std::optional<std::int16_t> number = replies::portNumber(text);
     if (!number) {
         m_boxes.show({.text = "Could not open Teslin port!", .title = "Error", .icon = platform::BoxIcon::Exclamation});
         return;
     }
     m_link.PortNumber = *number;
-    m_settings.setPortScroll(*number);
-    m_window.setPortText("KSD Port: " + text);
+    m_virtualPort.setPortScroll(*number);
+    m_display.setPortText("KSD Port: " + text);
 }
 
 bool DriverConnection::OpenTheDeviceDriver()
 {
-    m_window.ShowPleaseWait();
+    m_display.ShowPleaseWait();
     CloseTheDeviceDriver();
     if (m_link.PortNumber == 0 && !Detect()) {
         m_boxes.show({.text =
                           "Was unable to open the Teslin Device Driver.  Check to see if the driver is installed and "
                           "the Teslin is attached",
                       .icon = platform::BoxIcon::Critical});
-        m_window.EnableButtons(true);
-        m_window.HidePleaseWait();
-        m_window.setStatusText("");
+        m_buttons.EnableButtons(true);
+        m_display.HidePleaseWait();
+        m_status.setStatusText("");
         return false;
     }
     const bool opened = openPort();
-    m_window.setStatusText("");
-    m_window.HidePleaseWait();
+    m_status.setStatusText("");
+    m_display.HidePleaseWait();
     return opened;
 }
 
@@ -126,9 +127,9 @@ bool DriverConnection::openPort()
         return false;
     }
     if (!m_port.PortOpen()) {
-        m_window.setIdentification(Identification::Driver, "Device driver did not open");
-        m_window.showDriverName();
-        m_window.EnableButtons(true);
+        m_display.setIdentification(Identification::Driver, "Device driver did not open");
+        m_display.showIdentification(Identification::Driver, Shown::ValueAlone);
+        m_buttons.EnableButtons(true);
         return false;
     }
     GetDriverSettings();
@@ -145,13 +146,13 @@ void DriverConnection::CloseTheDeviceDriver()
 {
     if (m_port.PortOpen()) {
         if (m_port.InBufferCount() >= 1) {
-            m_window.setStatusText("waiting for the driver to finish -> " + m_port.Input());
+            m_status.setStatusText("waiting for the driver to finish -> " + m_port.Input());
         }
         (void)m_port.setPortOpen(false); // closing cannot be refused
     }
     // Kept behaviour kb-emptied-labels: these two are true of an open port only.
-    m_window.setIdentification(Identification::Copyright, "");
-    m_window.setIdentification(Identification::Driver, "");
+    m_display.setIdentification(Identification::Copyright, "");
+    m_display.setIdentification(Identification::Driver, "");
 }
 
 void DriverConnection::GetDriverSettings()
@@ -171,7 +172,7 @@ void DriverConnection::GetDriverSettings()
         identify(Identification::Copyright, *text);
     }
     readKeyboardLanguageId();
-    m_window.GetLanguageName();
+    m_display.GetLanguageName(m_link.KeyboardLanguageId);
     m_port.setRThreshold(1);
 }
 
@@ -195,20 +196,20 @@ std::string DriverConnection::exchange(std::string_view cmd)
 
 void DriverConnection::identify(Identification which, std::string_view text)
 {
-    m_window.setIdentification(which, padded(text));
-    m_window.showIdentification(which, true);
+    m_display.setIdentification(which, padded(text));
+    m_display.showIdentification(which, Shown::WithTitle);
 }
 
 void DriverConnection::ClearSettings()
 {
     constexpr std::array kAll = {Identification::Firmware, Identification::Copyright, Identification::Driver};
     for (const Identification which : kAll) {
-        m_window.setIdentification(which, "");
+        m_display.setIdentification(which, "");
     }
     for (const Identification which : kAll) {
-        m_window.showIdentification(which, false);
+        m_display.showIdentification(which, Shown::Nothing);
     }
-    m_window.setStatusText("");
+    m_status.setStatusText("");
 }
 
 } // namespace device

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "device/CommandProtocol.h"
+#include "device/VirtualPort.h"
 #include "platform/DeviceObject.h"
 
 #include <string>
@@ -12,9 +13,8 @@ class DriverConnection final
 {
 public:
     // Everything outlives this object.
-    DriverConnection(LinkState& link, CommandProtocol& protocol, platform::SerialControl& MSComm1,
-                     platform::DeviceObject& driver, platform::EventPump& events, LinkWindow& window,
-                     PortSettings& settings, platform::MessageBoxes& boxes);
+    DriverConnection(LinkState& link, CommandProtocol& protocol, const LinkServices& services,
+                     const LinkSurfaces& surfaces, VirtualPort& virtualPort);
     ~DriverConnection();
 
     DriverConnection(const DriverConnection&) = delete;
@@ -52,8 +52,10 @@ private:
     platform::SerialControl& m_port;
     platform::DeviceObject& m_driver;
     platform::EventPump& m_events;
-    LinkWindow& m_window;
-    PortSettings& m_settings;
+    LinkDisplay& m_display;
+    tables::StatusLine& m_status;
+    tables::OperationButtons& m_buttons;
+    VirtualPort& m_virtualPort;
     platform::MessageBoxes& m_boxes;
 };
 

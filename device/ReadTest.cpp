@@ -7,15 +7,15 @@
 namespace device {
 
 ReadTest::ReadTest(LinkState& link, CommandProtocol& protocol, DriverConnection& connection,
-                   platform::SerialControl& MSComm1, platform::EventPump& events, LinkWindow& window,
-                   ReadTestWindow& testWindow)
+                   const LinkServices& services, const LinkSurfaces& surfaces, tables::ParamTables& tables)
     : m_link(link)
     , m_protocol(protocol)
     , m_connection(connection)
-    , m_port(MSComm1)
-    , m_events(events)
-    , m_window(window)
-    , m_testWindow(testWindow)
+    , m_port(services.MSComm1)
+    , m_events(services.events)
+    , m_buttons(surfaces.buttons)
+    , m_display(surfaces.readTest)
+    , m_tables(tables)
 {
     m_protocol.setOnCountdownOver([this] { showRawBlock(); });
 }
@@ -28,19 +28,19 @@ ReadTest::~ReadTest()
 void ReadTest::StartReadTest()
 {
     m_swipe.emptyRawBuffer();
-    m_testWindow.setReadTestText("Please wait...\r\n");
+    m_display.setReadTestText("Please wait...\r\n");
     m_connection.CloseTheDeviceDriver();
-    m_window.EnableButtons(false);
+    m_buttons.EnableButtons(false);
     m_hadLink = m_connection.OpenTheDeviceDriver();
     if (m_hadLink) {
         m_connection.GetDriverSettings();
     }
-    m_testWindow.Hide_All();
-    m_window.EnableButtons(false); // a link that did not open has enabled them
-    m_testWindow.hideNotesButton();
+    m_tables.session.Hide_All();
+    m_buttons.EnableButtons(false); // a link that did not open has enabled them
+    m_display.hideNotesButton();
     m_connection.ClearSettings();
-    m_testWindow.appendReadTestText("(Setting the Teslin to normal mode.  Ignore these values)\r\n");
-    m_testWindow.focusReadTest();
+    m_display.appendReadTestText("(Setting the Teslin to normal mode.  Ignore these values)\r\n");
+    m_display.focusReadTest();
     m_events.processPending();
     m_protocol.settle(kSettleTicks);
     setNormalMode();
@@ -48,9 +48,9 @@ void ReadTest::StartReadTest()
         (void)m_port.setPortOpen(false); // closing cannot be refused
     }
     m_protocol.settle(kAfterModeTicks);
-    m_testWindow.setEditTitle_CFG("Read test (Click &Cancel test button to exit)");
+    m_tables.CFG.editor().setEditTitle("Read test (Click &Cancel test button to exit)");
     cmdClearReadDisplay_Click();
-    m_testWindow.enableExitButton();
+    m_buttons.enableExitButton();
 }
 
 // Nobody would take the reader out of it again when the program ends.
@@ -78,7 +78,7 @@ void ReadTest::leave()
 char ReadTest::txtReadTest_KeyPress(char KeyAscii, const SentinelSets& sets)
 {
     const SwipeText::Typed typed = m_swipe.keyPress(KeyAscii, sets);
-    m_testWindow.appendReadTestText(typed.heading);
+    m_display.appendReadTestText(typed.heading);
     m_link.period.ResponseCountdown = kPauseTicks;
     return typed.shown;
 }
@@ -86,14 +86,14 @@ char ReadTest::txtReadTest_KeyPress(char KeyAscii, const SentinelSets& sets)
 void ReadTest::showRawBlock()
 {
     if (const auto block = m_swipe.takeRawBlock()) {
-        m_testWindow.appendReadTestText(*block);
+        m_display.appendReadTestText(*block);
     }
 }
 
 void ReadTest::cmdClearReadDisplay_Click()
 {
-    m_testWindow.setReadTestText(std::string("(spaces represented by \"") + SwipeText::kVisibleBlank + "\")\r\n" +
-                                 "===========================");
+    m_display.setReadTestText(std::string("(spaces represented by \"") + SwipeText::kVisibleBlank + "\")\r\n" +
+                              "===========================");
 }
 
 } // namespace device

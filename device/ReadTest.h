@@ -7,24 +7,6 @@
 
 namespace device {
 
-// What the read test needs of the main window, beyond the link's own displays.
-class ReadTestWindow
-{
-public:
-    virtual ~ReadTestWindow() = default;
-
-    // The test's text box. Lines end in carriage return and line feed; the caret ends up behind the text.
-    virtual void setReadTestText(std::string_view text) = 0;
-    virtual void appendReadTestText(std::string_view text) = 0;
-    // Gives the box the keyboard, if it is on screen: what the reader types arrives there.
-    virtual void focusReadTest() = 0;
-
-    virtual void Hide_All() = 0;
-    virtual void hideNotesButton() = 0;
-    virtual void setEditTitle_CFG(std::string_view title) = 0;
-    virtual void enableExitButton() = 0;
-};
-
 // The read test: the reader is set to type the cards it reads as a keyboard does, and what it types is shown track by
 // track.
 class ReadTest final
@@ -35,8 +17,8 @@ public:
     static constexpr double kPauseTicks = 8;     // after the last keystroke, before the raw block
 
     // Everything outlives this object. Takes over what happens when the link's countdown is over.
-    ReadTest(LinkState& link, CommandProtocol& protocol, DriverConnection& connection, platform::SerialControl& MSComm1,
-             platform::EventPump& events, LinkWindow& window, ReadTestWindow& testWindow);
+    ReadTest(LinkState& link, CommandProtocol& protocol, DriverConnection& connection, const LinkServices& services,
+             const LinkSurfaces& surfaces, tables::ParamTables& tables);
     ~ReadTest();
 
     ReadTest(const ReadTest&) = delete;
@@ -63,8 +45,9 @@ private:
     DriverConnection& m_connection;
     platform::SerialControl& m_port;
     platform::EventPump& m_events;
-    LinkWindow& m_window;
-    ReadTestWindow& m_testWindow;
+    tables::OperationButtons& m_buttons;
+    ReadTestDisplay& m_display;
+    tables::ParamTables& m_tables;
     SwipeText m_swipe;
     bool m_hadLink = false; // the present test could open the port
 };

@@ -25,14 +25,12 @@ std::string rowValueWith(std::string_view oldValue, std::string_view address, st
 }
 
 SingleSetting::SingleSetting(LinkState& link, Operations& operations, CommandProtocol& protocol,
-                             DriverConnection& connection, tables::ParamTables& tables, SingleSettingWindow& window,
-                             platform::MessageBoxes& boxes)
+                             DriverConnection& connection, tables::ParamTables& tables, platform::MessageBoxes& boxes)
     : m_link(link)
     , m_operations(operations)
     , m_protocol(protocol)
     , m_connection(connection)
     , m_tables(tables)
-    , m_window(window)
     , m_boxes(boxes)
 {}
 
@@ -81,7 +79,7 @@ bool SingleSetting::updateTable_CFG(std::string_view address, std::string_view v
     }
     m_tables.PutTableEntry_CFG(address, value, tables::kValueColumn);
     m_tables.PutTableEntry_CFG(address, tables::kChangedMark, tables::kChangedColumn);
-    m_window.EditData_CFG();
+    reopenEditors(tables::TableId::Configuration);
     tellUpdated("Configuration", address, value);
     return true;
 }
@@ -94,8 +92,18 @@ void SingleSetting::updateTable_KB(std::string_view address, std::string_view va
     }
     m_tables.PutTableEntry_KB(address, rowValueWith(oldValue, address, value), tables::kValueColumn);
     m_tables.PutTableEntry_KB(address, tables::kChangedMark, tables::kChangedColumn);
-    m_window.EditData_KB();
+    reopenEditors(tables::TableId::KeyboardLanguage);
     tellUpdated("Keyboard Language", address, value);
+}
+
+// Only one editor has its controls at a time. When the other table's tab is in effect, its editor has just lost them.
+void SingleSetting::reopenEditors(tables::TableId updated)
+{
+    m_tables.of(updated).editor().open();
+    const std::optional<tables::TableId> inEffect = m_tables.session.tableInEffect;
+    if (inEffect && inEffect != updated) {
+        m_tables.of(*inEffect).reopenEditor();
+    }
 }
 
 void SingleSetting::tellUpdated(std::string_view tableName, std::string_view address, std::string_view value)

@@ -8,17 +8,6 @@
 
 namespace device {
 
-// What changing a single parameter needs of the main window.
-class SingleSettingWindow
-{
-public:
-    virtual ~SingleSettingWindow() = default;
-
-    // Open the table's field editor afresh on the current row.
-    virtual void EditData_CFG() = 0;
-    virtual void EditData_KB() = 0;
-};
-
 // The value of a Keyboard Language row after one of its addresses got a new value. A pair keeps its other half: the
 // odd address is the first of its pair, the even one the second. A row of one byte takes the value as it is.
 [[nodiscard]] std::string rowValueWith(std::string_view oldValue, std::string_view address, std::string_view value);
@@ -30,7 +19,7 @@ class SingleSetting final
 public:
     // Everything outlives this object.
     SingleSetting(LinkState& link, Operations& operations, CommandProtocol& protocol, DriverConnection& connection,
-                  tables::ParamTables& tables, SingleSettingWindow& window, platform::MessageBoxes& boxes);
+                  tables::ParamTables& tables, platform::MessageBoxes& boxes);
 
     SingleSetting(const SingleSetting&) = delete;
     SingleSetting& operator=(const SingleSetting&) = delete;
@@ -49,6 +38,7 @@ private:
     void send(std::string_view address, std::string_view value);
     [[nodiscard]] bool updateTable_CFG(std::string_view address, std::string_view value);
     void updateTable_KB(std::string_view address, std::string_view value);
+    void reopenEditors(tables::TableId updated);
     void tellUpdated(std::string_view tableName, std::string_view address, std::string_view value);
 
     LinkState& m_link;
@@ -56,7 +46,6 @@ private:
     CommandProtocol& m_protocol;
     DriverConnection& m_connection;
     tables::ParamTables& m_tables;
-    SingleSettingWindow& m_window;
     platform::MessageBoxes& m_boxes;
 };
 

@@ -23,43 +23,37 @@ std::string& addressOfRow(tables::LiveTable& table, int row)
 } // namespace
 
 TableTransfer::TableTransfer(LinkState& link, Operations& operations, CommandProtocol& protocol,
-                             DriverConnection& connection, platform::SerialControl& MSComm1, LinkWindow& window,
-                             TransferWindow& transferWindow, tables::ParamTables& tables)
+                             DriverConnection& connection, const LinkServices& services, const LinkSurfaces& surfaces,
+                             tables::ParamTables& tables)
     : m_link(link)
     , m_operations(operations)
     , m_protocol(protocol)
     , m_connection(connection)
-    , m_port(MSComm1)
-    , m_window(window)
-    , m_transfer(transferWindow)
+    , m_port(services.MSComm1)
+    , m_display(surfaces.display)
+    , m_buttons(surfaces.buttons)
+    , m_unsaved(surfaces.unsaved)
     , m_tables(tables)
 {}
 
-bool TableTransfer::btnRetrieveParms_Click()
+bool TableTransfer::btnRetrieveParms_Click(tables::TableId which)
 {
     if (!m_connection.OpenTheDeviceDriver()) {
         return false;
     }
     // Kept behaviour kb-late-question: the port is open and the reader identified before the user is asked.
-    m_transfer.setExitCaption("Abort");
-    bool complete = false;
-    const int tab = m_transfer.currentTab();
-    if (isOverBeforeItBegan()) {
-        // No question, no row.
-    } else if (tab == tables::kKeyboardLanguageTab) {
-        complete = m_transfer.CheckForUnsavedData_KB() && retrieve(m_tables.KB);
-    } else if (tab == tables::kConfigurationTab) {
-        complete = m_transfer.CheckForUnsavedData_CFG() && retrieve(m_tables.CFG);
-    }
+    m_buttons.setExitCaption("Abort");
+    const bool mayBegin = !isOverBeforeItBegan() && m_unsaved.CheckForUnsavedData(which);
+    const bool complete = mayBegin && retrieve(m_tables.of(which));
     m_connection.CloseTheDeviceDriver();
-    m_transfer.setExitCaption("Exit");
+    m_buttons.setExitCaption("Exit");
     return complete;
 }
 
 // Kept behaviour kb-retrieve-keeps-name: the comment and the name of the last file stay as they are.
 bool TableTransfer::retrieve(tables::LiveTable& table)
 {
-    m_window.EnableButtons(false);
+    m_buttons.EnableButtons(false);
     table.grid().setTopRow(1);
     table.grid().setRow(1);
     hideEditors(table);
@@ -75,21 +69,21 @@ bool TableTransfer::retrieve(tables::LiveTable& table)
     if (!wasEdited) {
         table.restoreTabCaption();
     }
-    m_window.EnableButtons(true);
+    m_buttons.EnableButtons(true);
     return complete;
 }
 
 // Hides the controls of both editors; the next click on a row opens its editor, also on the row that is current.
 void TableTransfer::hideEditors(tables::LiveTable& table)
 {
-    m_transfer.Hide_All();
+    m_tables.session.Hide_All();
     table.table().LastRow = tables::ParamTable::kNoLastRow;
 }
 
 bool TableTransfer::retrieveRows(tables::LiveTable& table)
 {
     const int rows = table.table().NumParms;
-    m_transfer.showProgress(0, rows);
+    m_display.showProgress(0, rows);
     for (int row = 1; row <= rows; ++row) {
         if (!addressOfRow(table, row).empty()) {
             retrieveRow(table, row);
@@ -97,7 +91,7 @@ bool TableTransfer::retrieveRows(tables::LiveTable& table)
                 return false;
             }
         }
-        m_transfer.showProgress(row, rows);
+        m_display.showProgress(row, rows);
     }
     return true;
 }
@@ -150,26 +144,19 @@ std::string TableTransfer::ask(const std::string& address)
 
 // Kept behaviour kb-marks-after-update: the marks tell of the file, so they stay.
 // Kept behaviour kb-update-unconfirmed: every row goes out, and no answer to a write is looked at.
-bool TableTransfer::UpdateDevice()
+bool TableTransfer::UpdateDevice(tables::TableId which)
 {
-    m_window.EnableButtons(false);
+    m_buttons.EnableButtons(false);
     if (!m_connection.OpenTheDeviceDriver()) {
-        m_window.EnableButtons(true);
+        m_buttons.EnableButtons(true);
         return false;
     }
-    m_transfer.setExitCaption("Abort");
-    bool complete = false;
-    const int tab = m_transfer.currentTab();
-    if (isOverBeforeItBegan()) {
-        // Not a row is sent.
-    } else if (tab == tables::kConfigurationTab) {
-        complete = update_CFG();
-    } else if (tab == tables::kKeyboardLanguageTab) {
-        complete = update_KB();
-    }
-    m_window.EnableButtons(true);
+    m_buttons.setExitCaption("Abort");
+    const bool complete =
+        !isOverBeforeItBegan() && (which == tables::TableId::Configuration ? update_CFG() : update_KB());
+    m_buttons.EnableButtons(true);
     m_connection.CloseTheDeviceDriver();
-    m_transfer.setExitCaption("Exit");
+    m_buttons.setExitCaption("Exit");
     return complete;
 }
 
@@ -193,7 +180,7 @@ bool TableTransfer::updateRows(tables::LiveTable& table, const std::function<voi
 {
     hideEditors(table);
     const int rows = table.table().NumParms;
-    m_transfer.showProgress(0, rows);
+    m_display.showProgress(0, rows);
     bool complete = true;
     for (int row = 1; row <= rows && complete; ++row) {
         table.grid().setRow(row);
@@ -204,7 +191,7 @@ bool TableTransfer::updateRows(tables::LiveTable& table, const std::function<voi
         }
         complete = !isStopped();
         if (complete) {
-            m_transfer.showProgress(row, rows);
+            m_display.showProgress(row, rows);
         }
     }
     tables::bringIntoView(table.grid(), table.grid().row());

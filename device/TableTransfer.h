@@ -1,7 +1,6 @@
 #pragma once
 
 #include "device/DriverConnection.h"
-#include "device/TransferWindow.h"
 
 #include <functional>
 #include <string>
@@ -14,19 +13,18 @@ class TableTransfer final
 public:
     // Everything outlives this object.
     TableTransfer(LinkState& link, Operations& operations, CommandProtocol& protocol, DriverConnection& connection,
-                  platform::SerialControl& MSComm1, LinkWindow& window, TransferWindow& transferWindow,
-                  tables::ParamTables& tables);
+                  const LinkServices& services, const LinkSurfaces& surfaces, tables::ParamTables& tables);
 
     TableTransfer(const TableTransfer&) = delete;
     TableTransfer& operator=(const TableTransfer&) = delete;
 
-    // Reads the table of the selected tab from the reader. A parameter without a reply ends the run: its row keeps the
+    // Reads a table from the reader. A parameter without a reply ends the run: its row keeps the
     // old value, the rows after it stay as they were. True only when every row was read.
-    bool btnRetrieveParms_Click();
+    bool btnRetrieveParms_Click(tables::TableId which);
 
-    // Writes the table of the selected tab to the reader, changed or not. The driver confirms nothing. True only when
+    // Writes a table to the reader, changed or not. The driver confirms nothing. True only when
     // every row was sent and the run was not stopped.
-    bool UpdateDevice();
+    bool UpdateDevice(tables::TableId which);
 
 private:
     [[nodiscard]] bool isStopped() const { return m_link.UserAbort || m_operations.isClosing(); }
@@ -47,8 +45,9 @@ private:
     CommandProtocol& m_protocol;
     DriverConnection& m_connection;
     platform::SerialControl& m_port;
-    LinkWindow& m_window;
-    TransferWindow& m_transfer;
+    LinkDisplay& m_display;
+    tables::OperationButtons& m_buttons;
+    tables::UnsavedChanges& m_unsaved;
     tables::ParamTables& m_tables;
 };
 

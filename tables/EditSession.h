@@ -1,7 +1,12 @@
 #pragma once
 
+#include "tables/RowEditor.h"
+#include "tables/TableId.h"
+
 #include <cstdint>
+#include <optional>
 #include <string>
+#include <vector>
 
 namespace tables {
 
@@ -17,7 +22,22 @@ struct EditSession
     std::uint8_t EditState = kFilling;
     std::string CurrentAddress; // the address text of the row being edited
 
+    // The table whose tab is in effect, the one that everything works on; none in the read test. While the device is in
+    // use, a click on another tab waits.
+    std::optional<TableId> tableInEffect = TableId::Configuration;
+
+    // Every editor of the window; they outlive their tables' work.
+    std::vector<RowEditor*> editors;
+
     [[nodiscard]] bool isEditing() const { return EditState == kEditing; }
+
+    // Hides the controls of all field editors, not their titles.
+    void Hide_All() const
+    {
+        for (RowEditor* const editor : editors) {
+            editor->hideControls();
+        }
+    }
 };
 
 } // namespace tables

@@ -8,17 +8,25 @@
 
 namespace tables {
 
-LiveTable::LiveTable(ParamTable& table, GridCursor& grid, TableHost& host, EditSession& session)
+LiveTable::LiveTable(ParamTable& table, const Surroundings& surroundings)
     : m_table(table)
-    , m_grid(grid)
-    , m_host(host)
-    , m_session(session)
+    , m_grid(surroundings.grid)
+    , m_display(surroundings.display)
+    , m_status(surroundings.status)
+    , m_unsaved(surroundings.unsaved)
+    , m_session(surroundings.session)
 {}
+
+void LiveTable::setEditor(RowEditor& editor)
+{
+    m_editor = &editor;
+    m_session.editors.push_back(&editor);
+}
 
 void LiveTable::InitGrid()
 {
     m_session.EditState = EditSession::kFilling;
-    const bool mayDiscard = m_host.CheckForUnsavedData();
+    const bool mayDiscard = m_unsaved.CheckForUnsavedData(m_table.kind().id);
     if (!mayDiscard) {
         m_session.EditState = EditSession::kEditing;
         return;
@@ -30,14 +38,14 @@ void LiveTable::InitGrid()
         restoreTabCaption();
     }
     // Kept behaviour kb-default-clears-comment: the question above was about rows; a new comment goes unasked.
-    m_host.forgetCommentsAndFile();
+    m_display.forgetCommentsAndFile();
     m_table.clearToHeader();
     m_grid.setCol(kChangedColumn);
     layDownDefaults();
     m_table.LastRow = ParamTable::kNoLastRow;
     m_grid.setTopRow(1);
     m_grid.setRow(m_table.kind().firstEditableRow);
-    m_host.setEditTitle("(values will be edited here)");
+    m_editor->setEditTitle("(values will be edited here)");
     m_session.EditState = EditSession::kEditing;
     rowChanged();
 }
@@ -72,7 +80,7 @@ void LiveTable::PutTableEntry(std::string_view ParmNum, std::string_view ParmVal
     if (ParmVal == kChangedMark) {
         ++m_marksMade;
         m_table.TableChanged = true;
-        m_host.setTabCaption(std::string(m_table.kind().caption) + " *");
+        m_display.setTabCaption(std::string(m_table.kind().caption) + " *");
     }
 }
 
@@ -93,12 +101,12 @@ void LiveTable::DisplayGridValue(std::uint8_t i)
     if (m_grid.row() > 0) {
         m_table.setCell(m_grid.row(), kValueColumn, text::hexTwoDigits(i));
     }
-    m_host.setStatusText(binaryText(i));
+    m_status.setStatusText(binaryText(i));
 }
 
 void LiveTable::Clear_Changed_Flags()
 {
-    m_host.Hide_All();
+    m_session.Hide_All();
     const int last = std::min<int>(m_table.NumParms, ParamTable::kIndexSize - 1);
     for (int k = 0; k <= last; ++k) {
         m_session.EditState = EditSession::kFilling;
@@ -131,7 +139,7 @@ void LiveTable::rowChanged()
     }
     m_table.LastRow = static_cast<std::int16_t>(row);
     m_grid.setRowSel(row);
-    m_host.EditData();
+    m_editor->open();
 }
 
 void LiveTable::selectionChanged()
@@ -145,10 +153,10 @@ void LiveTable::selectionChanged()
     m_grid.setRowSel(last);
     m_grid.setCol(kChangedColumn);
     m_grid.setColSel(kNotesColumn);
-    m_host.beep();
+    m_display.beep();
     while (!m_grid.rowIsVisible(m_grid.row()) && m_grid.topRow() > 1) {
         m_grid.setTopRow(m_grid.topRow() - 1);
-        m_host.processPendingEvents();
+        m_display.processPendingEvents();
     }
     m_guardingSelection = false;
 }
@@ -165,7 +173,7 @@ bool LiveTable::hasMarkedRows() const
 
 void LiveTable::restoreTabCaption()
 {
-    m_host.setTabCaption(m_table.kind().caption);
+    m_display.setTabCaption(m_table.kind().caption);
 }
 
 void LiveTable::reopenEditor()

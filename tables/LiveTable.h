@@ -3,7 +3,10 @@
 #include "tables/EditSession.h"
 #include "tables/GridCursor.h"
 #include "tables/ParamTable.h"
-#include "tables/TableHost.h"
+#include "tables/RowEditor.h"
+#include "tables/StatusLine.h"
+#include "tables/TableDisplay.h"
+#include "tables/UnsavedChanges.h"
 
 #include <cstdint>
 #include <string>
@@ -16,8 +19,18 @@ namespace tables {
 class LiveTable final
 {
 public:
-    // All four outlive this object.
-    LiveTable(ParamTable& table, GridCursor& grid, TableHost& host, EditSession& session);
+    // What a table works with beside its rows. All of it outlives the table.
+    struct Surroundings
+    {
+        GridCursor& grid;
+        TableDisplay& display;
+        StatusLine& status;
+        UnsavedChanges& unsaved;
+        EditSession& session;
+    };
+
+    // The rows outlive this object.
+    LiveTable(ParamTable& table, const Surroundings& surroundings);
 
     LiveTable(const LiveTable&) = delete;
     LiveTable& operator=(const LiveTable&) = delete;
@@ -25,6 +38,11 @@ public:
     [[nodiscard]] ParamTable& table() { return m_table; }
     [[nodiscard]] const ParamTable& table() const { return m_table; }
     [[nodiscard]] GridCursor& grid() { return m_grid; }
+
+    // The editor of this table's rows, which joins the session's. To be set once, before anything else is asked of the
+    // table; it outlives the table's work.
+    void setEditor(RowEditor& editor);
+    [[nodiscard]] RowEditor& editor() { return *m_editor; }
 
     // Resets the table to its factory defaults, after asking about unsaved changes. The changed flag stays as it is.
     void InitGrid();
@@ -67,8 +85,11 @@ private:
 
     ParamTable& m_table;
     GridCursor& m_grid;
-    TableHost& m_host;
+    TableDisplay& m_display;
+    StatusLine& m_status;
+    UnsavedChanges& m_unsaved;
     EditSession& m_session;
+    RowEditor* m_editor = nullptr;
     unsigned m_marksMade = 0;
     bool m_guardingSelection = false;
 };

@@ -77,6 +77,31 @@ void ParamTable::SetGridItem(int i, std::string_view sParm, std::string_view sVa
     ParmAddr[static_cast<std::size_t>(i - 1)] = sParm;
 }
 
+void ParamTable::replaceRows(std::span<const ParamRow> rows)
+{
+    const int count = static_cast<int>(rows.size());
+    NumParms = static_cast<std::uint8_t>(count);
+    setRowCount(count + 1);
+    for (int row = 1; row <= count; ++row) {
+        const ParamRow& entry = rows[static_cast<std::size_t>(row - 1)];
+        setCell(row, kChangedColumn, {});
+        SetGridItem(row, entry.address, entry.value, entry.notes);
+    }
+    forgetAddressesFrom(count);
+}
+
+std::vector<ParamRow> ParamTable::rows() const
+{
+    std::vector<ParamRow> rows;
+    for (int row = 1; row <= NumParms; ++row) {
+        rows.push_back({.changed = {},
+                        .address = cell(row, kAddressColumn),
+                        .value = cell(row, kValueColumn),
+                        .notes = cell(row, kNotesColumn)});
+    }
+    return rows;
+}
+
 void ParamTable::forgetAddressesFrom(int index)
 {
     for (auto i = static_cast<std::size_t>(std::max(index, 0)); i < ParmAddr.size(); ++i) {

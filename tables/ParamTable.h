@@ -1,10 +1,12 @@
 #pragma once
 
+#include "tables/ParamRow.h"
 #include "tables/TableKind.h"
 
 #include <array>
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -57,6 +59,11 @@ public:
     // are ignored.
     void SetGridItem(int i, std::string_view sParm, std::string_view sValue, std::string_view sNotes);
 
+    // Puts rows, unmarked, in the place of all that are there; at most 255.
+    void replaceRows(std::span<const ParamRow> rows);
+    // The data rows, without their marks.
+    [[nodiscard]] std::vector<ParamRow> rows() const;
+
     // Forgets the addresses from an index on, so that rows of a longer table that is gone are not found.
     void forgetAddressesFrom(int index);
 
@@ -67,6 +74,10 @@ public:
     };
     // Walks the index to the first entry that matches the address, at most one entry past the row count.
     [[nodiscard]] Lookup find(std::string_view address) const;
+
+    // The rows are what a file holds.
+    void nowSaved() { TableChanged = false; }
+
     // Each table has its own: ParmAddr_CFG and ParmAddr_KB, NumParms_*, LastRow_* and TableChanged_*.
     std::array<std::string, kIndexSize> ParmAddr; // address of data row r at r - 1
     std::uint8_t NumParms = 0;                    // data rows

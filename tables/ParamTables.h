@@ -7,9 +7,6 @@
 
 namespace tables {
 
-// The tabs of the main window.
-enum Tab : int { kConfigurationTab = 0, kKeyboardLanguageTab = 1, kReadTestTab = 2 };
-
 // Both tables of the reader under the names that the rest of the program uses. Thin: everything is done by LiveTable.
 struct ParamTables
 {
@@ -17,14 +14,14 @@ struct ParamTables
     LiveTable& KB;
     EditSession& session;
 
-    // Resets the table of a tab to its defaults. On any other tab the tables stay as they are, but editing is off until
-    // the next reset or clear.
-    void InitGrids(int currentTab)
+    [[nodiscard]] LiveTable& of(TableId table) { return table == TableId::Configuration ? CFG : KB; }
+
+    // Resets the table in effect to its defaults. In the read test the tables stay as they are, but editing is off
+    // until the next reset or clear.
+    void InitGrids()
     {
-        if (currentTab == kConfigurationTab) {
-            CFG.InitGrid();
-        } else if (currentTab == kKeyboardLanguageTab) {
-            KB.InitGrid();
+        if (session.tableInEffect) {
+            of(*session.tableInEffect).InitGrid();
         } else {
             session.EditState = EditSession::kFilling;
         }

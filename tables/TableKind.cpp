@@ -4,7 +4,8 @@ namespace tables {
 
 const TableKind& configurationKind()
 {
-    static const TableKind kind{.caption = "Configuration",
+    static const TableKind kind{.id = TableId::Configuration,
+                                .caption = "Configuration",
                                 .match = AddressMatch::Exact,
                                 .ignoresEmptyValues = false,
                                 .resetRestoresCaption = false,
@@ -15,7 +16,8 @@ const TableKind& configurationKind()
 
 const TableKind& keyboardLanguageKind()
 {
-    static const TableKind kind{.caption = "Keyboard Language",
+    static const TableKind kind{.id = TableId::KeyboardLanguage,
+                                .caption = "Keyboard Language",
                                 .match = AddressMatch::Containment,
                                 .ignoresEmptyValues = true,
                                 .resetRestoresCaption = true,

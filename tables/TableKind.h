@@ -1,6 +1,7 @@
 #pragma once
 
 #include "tables/Parameters.h"
+#include "tables/TableId.h"
 
 #include <span>
 #include <string_view>
@@ -15,6 +16,7 @@ enum class AddressMatch {
 
 struct TableKind
 {
+    TableId id;
     std::string_view caption; // of the table's tab, without the changed mark
     AddressMatch match;
     bool ignoresEmptyValues;   // putting an empty text changes nothing

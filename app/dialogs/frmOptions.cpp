@@ -47,13 +47,13 @@ QPushButton* makeButton(const char* name, const QString& caption, QWidget* paren
 } // namespace
 
 frmOptions::frmOptions(device::LinkState& link, device::Operations& operations, device::DriverConnection& connection,
-                       PortSetup& portSetup, platform::MessageBoxes& boxes, platform::WindowOrder& order,
+                       device::VirtualPort& virtualPort, platform::MessageBoxes& boxes, platform::WindowOrder& order,
                        std::function<void()> saveProgramConfig, QWidget* parent)
     : QDialog(parent)
     , m_link(link)
     , m_operations(operations)
     , m_connection(connection)
-    , m_portSetup(portSetup)
+    , m_virtualPort(virtualPort)
     , m_boxes(boxes)
     , m_order(order)
     , m_saveProgramConfig(std::move(saveProgramConfig))
@@ -91,7 +91,7 @@ frmOptions::frmOptions(device::LinkState& link, device::Operations& operations, 
 
 frmOptions::~frmOptions()
 {
-    m_portSetup.setOnChanged({});
+    m_virtualPort.setListener(nullptr);
 }
 
 void frmOptions::buildPage()
@@ -112,7 +112,7 @@ void frmOptions::buildPage()
     sclComPort = new QScrollBar(Qt::Horizontal, page);
     sclComPort->setObjectName(QStringLiteral("sclComPort"));
     platform::setSpoken(*sclComPort, tr("Virtual Port number"), tr("Chooses the port to test"));
-    sclComPort->setRange(PortSetup::kLowest, PortSetup::kHighest);
+    sclComPort->setRange(device::VirtualPort::kLowest, device::VirtualPort::kHighest);
     sclComPort->setSingleStep(1);
     sclComPort->setInvertedControls(false); // or the right arrow would count down
     sclComPort->setFocusPolicy(Qt::StrongFocus);
@@ -143,15 +143,15 @@ void frmOptions::connectEverything()
     m_tests.add(*btnTestPort);
     connect(txtFriendlyName, &QLineEdit::textChanged, this, &frmOptions::txtFriendlyName_Change);
     connect(txtComPort, &QLineEdit::textChanged, this,
-            [this](const QString& text) { m_portSetup.setPortText(toAnsi(text)); });
+            [this](const QString& text) { m_virtualPort.setPortText(toAnsi(text)); });
     connect(sclComPort, &QScrollBar::valueChanged, this, &frmOptions::sclComPort_Change);
     connect(btnTestName, &QPushButton::clicked, this, &frmOptions::btnTestName_Click);
     connect(btnTestPort, &QPushButton::clicked, this, &frmOptions::btnTestPort_Click);
     connect(cmdOK, &QPushButton::clicked, this, &frmOptions::cmdOK_Click);
     connect(cmdCancel, &QPushButton::clicked, this, &frmOptions::cmdCancel_Click);
     connect(tbsOptions, &QTabBar::currentChanged, this, &frmOptions::tbsOptions_Click);
-    m_portSetup.setOnChanged([this] { followPortSetup(); });
-    followPortSetup();
+    m_virtualPort.setListener(this);
+    followVirtualPort();
 }
 
 // --- Opening and closing ---
@@ -176,11 +176,11 @@ void frmOptions::Form_Load()
     centreOnScreen();
     txtFriendlyName->setText(toQString(m_link.DriverFriendlyName));
     // The bar shows the port that is named, so that a test by port tests that one.
-    if (const auto number = device::replies::portNumber(m_portSetup.portText())) {
-        m_portSetup.setPortScroll(*number);
+    if (const auto number = device::replies::portNumber(m_virtualPort.portText())) {
+        m_virtualPort.setPortScroll(*number);
     }
-    m_portTextAtOpening = m_portSetup.portText();
-    m_portScrollAtOpening = m_portSetup.portScroll();
+    m_portTextAtOpening = m_virtualPort.portText();
+    m_portScrollAtOpening = m_virtualPort.portScroll();
     m_testSetPort = false;
 }
 
@@ -205,11 +205,11 @@ void frmOptions::cmdOK_Click()
 void frmOptions::cmdCancel_Click()
 {
     if (m_testSetPort && m_link.PortNumber != 0) {
-        m_portSetup.setPortScroll(m_link.PortNumber);
-        m_portSetup.setPortText("COM" + std::to_string(m_link.PortNumber));
+        m_virtualPort.setPortScroll(m_link.PortNumber);
+        m_virtualPort.setPortText("COM" + std::to_string(m_link.PortNumber));
     } else {
-        m_portSetup.setPortScroll(m_portScrollAtOpening);
-        m_portSetup.setPortText(m_portTextAtOpening);
+        m_virtualPort.setPortScroll(m_portScrollAtOpening);
+        m_virtualPort.setPortText(m_portTextAtOpening);
     }
     QDialog::reject();
 }
@@ -230,19 +230,24 @@ void frmOptions::txtFriendlyName_Change()
 
 void frmOptions::sclComPort_Change()
 {
-    m_portSetup.setPortScroll(sclComPort->value());
-    m_portSetup.setPortText("COM" + std::to_string(sclComPort->value()));
+    m_virtualPort.setPortScroll(sclComPort->value());
+    m_virtualPort.setPortText("COM" + std::to_string(sclComPort->value()));
 }
 
 // The controls show the port setup without taking that for an edit.
-void frmOptions::followPortSetup()
+void frmOptions::virtualPortChanged(device::VirtualPort::Part /*part*/)
+{
+    followVirtualPort();
+}
+
+void frmOptions::followVirtualPort()
 {
     const QSignalBlocker quietBox(txtComPort);
     const QSignalBlocker quietBar(sclComPort);
-    if (toAnsi(txtComPort->text()) != m_portSetup.portText()) {
-        txtComPort->setText(toQString(m_portSetup.portText()));
+    if (toAnsi(txtComPort->text()) != m_virtualPort.portText()) {
+        txtComPort->setText(toQString(m_virtualPort.portText()));
     }
-    sclComPort->setValue(m_portSetup.portScroll());
+    sclComPort->setValue(m_virtualPort.portScroll());
 }
 
 void frmOptions::tbsOptions_Click()

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/dialogs/PausedButtons.h"
-#include "app/settings/PortSetup.h"
 #include "device/DriverConnection.h"
+#include "device/VirtualPort.h"
 #include "platform/qt/WindowOrder.h"
 
 #include <QDialog>
@@ -17,15 +17,15 @@
 namespace app {
 
 // The options: the driver's device name and the virtual port, entered and tested at once. What it shows lives in the
-// link state and the port setup, whether or not it is open.
-class frmOptions final : public QDialog
+// link state and the virtual port, whether or not it is open.
+class frmOptions final : public QDialog, public device::VirtualPort::Listener
 {
     Q_OBJECT
 
 public:
     // saveProgramConfig writes all settings. Everything outlives the dialog.
     frmOptions(device::LinkState& link, device::Operations& operations, device::DriverConnection& connection,
-               PortSetup& portSetup, platform::MessageBoxes& boxes, platform::WindowOrder& order,
+               device::VirtualPort& virtualPort, platform::MessageBoxes& boxes, platform::WindowOrder& order,
                std::function<void()> saveProgramConfig, QWidget* parent);
     ~frmOptions() override;
 
@@ -55,7 +55,8 @@ private:
     void buildPage();
     void connectEverything();
     void centreOnScreen();
-    void followPortSetup();
+    void virtualPortChanged(device::VirtualPort::Part part) override;
+    void followVirtualPort();
     void runTest(QPushButton& button, const std::function<void()>& test);
     void testName();
     void testPort();
@@ -64,7 +65,7 @@ private:
     device::LinkState& m_link;
     device::Operations& m_operations;
     device::DriverConnection& m_connection;
-    PortSetup& m_portSetup;
+    device::VirtualPort& m_virtualPort;
     platform::MessageBoxes& m_boxes;
     platform::WindowOrder& m_order;
     std::function<void()> m_saveProgramConfig;

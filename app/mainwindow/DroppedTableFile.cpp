@@ -15,10 +15,10 @@ std::optional<DroppedTableFile> droppedTableFile(const QMimeData& dragged)
     }
     const QString name = urls.constFirst().toLocalFile();
     if (name.endsWith(QLatin1String(".tlc"), Qt::CaseInsensitive)) {
-        return DroppedTableFile{tables::kConfigurationTab, platform::toPath(name)};
+        return DroppedTableFile{tables::TableId::Configuration, platform::toPath(name)};
     }
     if (name.endsWith(QLatin1String(".txt"), Qt::CaseInsensitive)) {
-        return DroppedTableFile{tables::kKeyboardLanguageTab, platform::toPath(name)};
+        return DroppedTableFile{tables::TableId::KeyboardLanguage, platform::toPath(name)};
     }
     return std::nullopt;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tables/ParamTables.h"
+#include "tables/TableId.h"
 
 #include <filesystem>
 #include <optional>
@@ -11,7 +11,7 @@ namespace app {
 
 struct DroppedTableFile
 {
-    tables::Tab tab; // whose table the file's extension names
+    tables::TableId table; // whose table the file's extension names
     std::filesystem::path name;
 };
 

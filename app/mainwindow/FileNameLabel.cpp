@@ -11,10 +11,10 @@ FileNameLabel::FileNameLabel(QWidget* parent)
     hide();
 }
 
-void FileNameLabel::showFor(tables::Tab tab, const std::filesystem::path& name)
+void FileNameLabel::showFor(tables::TableId table, const std::filesystem::path& name)
 {
     const QString text = platform::pathText(name);
-    const QString otherKind = tab == tables::kConfigurationTab ? QStringLiteral(".txt") : QStringLiteral(".tlc");
+    const QString otherKind = table == tables::TableId::Configuration ? QStringLiteral(".txt") : QStringLiteral(".tlc");
     setText(text);
     setVisible(!text.isEmpty() && !text.contains(QLatin1Char('*')) && !text.endsWith(otherKind, Qt::CaseInsensitive));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tables/ParamTables.h"
+#include "tables/TableId.h"
 #include "widgets/ElidedLabel.h"
 
 #include <filesystem>
@@ -16,7 +16,7 @@ public:
     explicit FileNameLabel(QWidget* parent = nullptr);
 
     // Hidden when there is no name, when it is only a pattern, and when it ends as the other table's files do.
-    void showFor(tables::Tab tab, const std::filesystem::path& name);
+    void showFor(tables::TableId table, const std::filesystem::path& name);
 };
 
 } // namespace app

@@ -2,6 +2,7 @@
 
 #include "app/looks/ProductPicture.h"
 #include "app/mainwindow/ToolbarIcon.h"
+#include "platform/qt/AnsiText.h"
 
 #include <QToolButton>
 
@@ -76,8 +77,11 @@ void MainToolbar::resizeEvent(QResizeEvent* event)
     m_picture->setVisible(m_picture->x() > actionGeometry(&button(ToolbarKey::Exit)).right());
 }
 
-void MainToolbar::enableButtons(bool enabled)
+void MainToolbar::EnableButtons(bool enabled)
 {
+    if (!enabled) {
+        emit aboutToDisable();
+    }
     for (const ButtonTexts& texts : kButtons) {
         if (texts.key != ToolbarKey::Exit) {
             button(texts.key).setEnabled(enabled);
@@ -85,10 +89,15 @@ void MainToolbar::enableButtons(bool enabled)
     }
 }
 
-void MainToolbar::setExitCaption(const QString& caption)
+void MainToolbar::enableExitButton()
+{
+    button(ToolbarKey::Exit).setEnabled(true);
+}
+
+void MainToolbar::setExitCaption(std::string_view caption)
 {
     QAction& exit = button(ToolbarKey::Exit);
-    exit.setText(caption);
+    exit.setText(platform::toQString(caption));
     exit.setIcon(toolbarIcon(exitReadsExit() ? QStringLiteral("exit") : QStringLiteral("abort")));
     // Escape stops a transfer. It never ends the program.
     exit.setShortcut(exitReadsExit() ? QKeySequence() : QKeySequence(Qt::Key_Escape));

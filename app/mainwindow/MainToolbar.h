@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tables/OperationButtons.h"
+
 #include <QAction>
 #include <QLabel>
 #include <QToolBar>
@@ -11,7 +13,7 @@ namespace app {
 enum class ToolbarKey { Retrieve, Update, Load, Save, Default, Summary, Exit };
 
 // The toolbar with its seven buttons. Each button carries its key as object name ("KEY_RETRIEVE").
-class MainToolbar final : public QToolBar
+class MainToolbar final : public QToolBar, public tables::OperationButtons
 {
     Q_OBJECT
 
@@ -20,13 +22,14 @@ public:
 
     [[nodiscard]] QAction& button(ToolbarKey key) { return *m_buttons[static_cast<std::size_t>(key)]; }
 
-    // Buttons 1 to 6; Exit is never disabled.
-    void enableButtons(bool enabled);
-    // "Exit", or "Abort" while a transfer runs. Decides what the button does.
-    void setExitCaption(const QString& caption);
+    void EnableButtons(bool enabled) override; // buttons 1 to 6
+    void setExitCaption(std::string_view caption) override;
+    void enableExitButton() override;
     [[nodiscard]] bool exitReadsExit() const;
 
 signals:
+    // Buttons are about to be switched off.
+    void aboutToDisable();
     void buttonClicked(app::ToolbarKey key);
 
 private:

@@ -186,4 +186,11 @@ ReadTestPage::ReadTestPage(QWidget* parent)
     column->addWidget(clear, 0, Qt::AlignRight);
 }
 
+void ReadTestPage::focusReadTest()
+{
+    if (m_box->isVisible()) {
+        m_box->setFocus();
+    }
+}
+
 } // namespace app

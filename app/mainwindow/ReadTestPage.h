@@ -1,5 +1,7 @@
 #pragma once
 
+#include "device/ReadTestDisplay.h"
+
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
@@ -49,7 +51,7 @@ private:
 };
 
 // The third tab: what to do, what the reader typed, and a button that clears it.
-class ReadTestPage final : public QWidget
+class ReadTestPage final : public QWidget, public device::ReadTestDisplay
 {
     Q_OBJECT
 
@@ -58,8 +60,14 @@ public:
 
     [[nodiscard]] ReadTestBox& txtReadTest() { return *m_box; }
 
+    void setReadTestText(std::string_view text) override { m_box->setAnsiText(text); }
+    void appendReadTestText(std::string_view text) override { m_box->appendAnsiText(text); }
+    void focusReadTest() override;
+    void hideNotesButton() override { emit notesButtonHidden(); }
+
 signals:
     void cmdClearReadDisplay_Click();
+    void notesButtonHidden();
 
 private:
     ReadTestBox* m_box = nullptr;

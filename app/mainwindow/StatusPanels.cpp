@@ -1,5 +1,7 @@
 #include "app/mainwindow/StatusPanels.h"
 
+#include "platform/qt/AnsiText.h"
+
 #include <QCoreApplication>
 
 namespace app {
@@ -47,9 +49,9 @@ StatusPanels::StatusPanels(QStatusBar& bar)
     m_progress->hide();
 }
 
-void StatusPanels::setFirst(const QString& text)
+void StatusPanels::setStatusText(std::string_view text)
 {
-    m_first->setText(text);
+    m_first->setText(platform::toQString(text));
 }
 
 void StatusPanels::setSecond(const QString& text)

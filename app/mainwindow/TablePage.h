@@ -1,6 +1,12 @@
 #pragma once
 
 #include "app/mainwindow/EditorPane.h"
+#include "files/TableDocument.h"
+#include "platform/Beep.h"
+#include "platform/EventPump.h"
+#include "platform/MessageBoxes.h"
+#include "tables/DeviceSender.h"
+#include "tables/LiveTable.h"
 #include "tables/ui/ParamGrid.h"
 
 #include <QHBoxLayout>
@@ -10,29 +16,65 @@
 
 namespace app {
 
-// The tab page of one table: the grid, and beside it the place of the field editor above the comment box.
-class TablePage final : public QWidget
+// The tab page of one table: its rows, the grid that shows them, beside it the field editor above the comment box, and
+// the document that is saved and loaded.
+class TablePage final : public QWidget, public tables::TableDisplay, public files::CommentBox
 {
     Q_OBJECT
 
 public:
-    // The names are those of the grid and of the comment box, and the grid's for a screen reader; the table outlives
-    // the page.
-    TablePage(tables::ParamTable& table, const QString& gridName, const QString& commentsName,
-              const QString& spokenName, QWidget* parent = nullptr);
+    // What a page works with beside its own pieces. All of it outlives the page.
+    struct Surroundings
+    {
+        tables::StatusLine& status;
+        tables::UnsavedChanges& unsaved;
+        tables::EditSession& session;
+        platform::Beep& beep;
+        platform::EventPump& events;
+    };
 
+    TablePage(const tables::TableKind& kind, const Surroundings& surroundings, QWidget* parent = nullptr);
+
+    // Builds the field editor, which sends rows through the device. To be called once, before anything else is asked of
+    // the page; both outlive it.
+    void addEditor(tables::DeviceSender& device, platform::MessageBoxes& boxes);
+
+    [[nodiscard]] tables::LiveTable& table() { return m_live; }
+    [[nodiscard]] files::TableDocument& document() { return m_document; }
     [[nodiscard]] tables::ParamGrid& grid() { return *m_grid; }
-    [[nodiscard]] QPlainTextEdit& comments() { return *m_comments; }
 
-    // Puts the field editor into its place; the page owns it then.
-    void setEditor(QWidget* editor);
+    void setTabCaption(std::string_view caption) override;
+    void forgetCommentsAndFile() override;
+    void beep() override;
+    void processPendingEvents() override;
+    [[nodiscard]] std::string comments() const override;
+    void setComments(std::string_view text) override;
+
+    // Shows the Configuration editor's line of words without any; nothing on the other page.
+    void showEmptyDecEntry();
+
+signals:
+    void tabCaptionChanged(const QString& caption);
+    void fileForgotten();
+    // The controls of this editor are about to be hidden.
+    void editorAboutToHide(const QWidget& editor);
+    // The Configuration editor's line of words has a place in this page's editor, and is left empty.
+    void emptyDecEntryShown();
 
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
 private:
+    void addConfigurationEditor(tables::DeviceSender& device, platform::MessageBoxes& boxes);
+    void addKeyboardLanguageEditor(tables::DeviceSender& device, platform::MessageBoxes& boxes);
+    void place(QWidget& editor);
+
+    Surroundings m_surroundings;
+    tables::ParamTable m_rows;
     tables::ParamGrid* m_grid = nullptr;
+    tables::LiveTable m_live;
     QPlainTextEdit* m_comments = nullptr;
+    files::TableDocument m_document;
     QVBoxLayout* m_editColumn = nullptr;
     QHBoxLayout* m_row = nullptr; // the grid, and the column beside it
     EditorPane* m_pane = nullptr;

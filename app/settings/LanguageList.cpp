@@ -1,6 +1,6 @@
 #include "app/settings/LanguageList.h"
 
-#include "app/settings/ProgramPlace.h"
+#include "app/settings/ProgramFolders.h"
 #include "platform/ReplaceFile.h"
 
 #include <system_error>

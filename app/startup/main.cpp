@@ -1,6 +1,6 @@
 #include "app/looks/ProductPicture.h"
 #include "app/mainwindow/frmMain.h"
-#include "app/settings/ProgramPlace.h"
+#include "app/settings/ProgramFolders.h"
 #include "app/startup/CommandLineAnswer.h"
 #include "app/startup/ProgramText.h"
 #include "device/ReplyPeriod.h"

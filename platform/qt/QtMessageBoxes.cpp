@@ -2,6 +2,7 @@
 
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/FrontWindow.h"
+#include "platform/FileNameText.h"
 #include "platform/qt/PathText.h"
 
 #include <QAbstractButton>
@@ -79,7 +80,7 @@ QString textOf(const MessageBox& box)
 {
     QString text = toQString(box.text);
     const QString name = pathText(box.file);
-    const QString nameInText = toQString(toAnsi(name));
+    const QString nameInText = toQString(fileNameText(box.file));
     if (const qsizetype at = text.indexOf(nameInText); at >= 0) {
         text.replace(at, nameInText.size(), name);
     }

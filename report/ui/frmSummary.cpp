@@ -103,7 +103,7 @@ void frmSummary::Form_Load()
     const int belowBox = layout()->spacing() + btnDone->sizeHint().height();
     resize((box.grownBy(margins) + QSize(0, belowBox)).boundedTo(available.size()));
     move(available.center() - rect().center());
-    m_services.placements.restore(*this);
+    m_services.restorePlacement(*this);
 }
 
 void frmSummary::showReport(const QString& caption, std::string_view report)
@@ -117,7 +117,7 @@ void frmSummary::showReport(const QString& caption, std::string_view report)
 
 void frmSummary::Form_Resize()
 {
-    m_services.placements.save(*this);
+    m_services.savePlacement(*this);
 }
 
 void frmSummary::resizeEvent(QResizeEvent* event)

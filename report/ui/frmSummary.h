@@ -3,7 +3,6 @@
 #include "platform/FileDialogs.h"
 #include "platform/Printer.h"
 #include "platform/qt/WindowOrder.h"
-#include "report/ui/PlacementStore.h"
 #include "report/ui/SummaryBox.h"
 
 #include <QPushButton>
@@ -23,9 +22,12 @@ struct SummaryServices
 {
     platform::Printer& printer;
     platform::FileDialogs& dialogs;
-    PlacementStore& placements;
     platform::WindowOrder& windowOrder;
     SaveFile saveFile;
+    // Gives a window that is not shown yet its last position and size; false, and the window as it was, without any.
+    std::function<bool(QWidget&)> restorePlacement;
+    // Remembers position, size and state of a window. Tells no errors.
+    std::function<void(const QWidget&)> savePlacement;
     std::filesystem::path programFolder; // where the save dialog starts
 };
 

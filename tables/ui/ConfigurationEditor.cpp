@@ -31,17 +31,18 @@ constexpr int kDontSend = 2; // the option for no terminator
 
 } // namespace
 
-ConfigurationEditor::ConfigurationEditor(LiveTable& table, EditSession& session, EditorHost& host, DeviceSender& device,
-                                         platform::MessageBoxes& boxes, QWidget* parent)
+ConfigurationEditor::ConfigurationEditor(LiveTable& table, EditSession& session, StatusLine& status,
+                                         DeviceSender& device, platform::MessageBoxes& boxes, QWidget* parent)
     : QWidget(parent)
     , m_table(table)
     , m_session(session)
-    , m_host(host)
+    , m_status(status)
     , m_device(device)
     , m_boxes(boxes)
     , m_row(table, session)
     , m_controls(*this)
 {
+    m_table.setEditor(*this);
     setMinimumSize(m_controls.minimumSize());
     connectOptions();
     connectChecks();
@@ -118,11 +119,11 @@ void ConfigurationEditor::EditData_CFG()
 {
     m_session.EditState = EditSession::kFilling;
     setEditTitle({});
-    m_host.Hide_All();
+    m_session.Hide_All();
     m_session.CurrentAddress = m_row.text(kAddressColumn);
     setEditTitle(editTitle_CFG(m_session.CurrentAddress, m_row.text(kNotesColumn)));
     const std::string value = m_row.text(kValueColumn);
-    m_host.setStatusText(binaryText(text::hexByte(value)));
+    m_status.setStatusText(binaryText(text::hexByte(value)));
     loadControls(value);
     m_controls.showFor(m_session.CurrentAddress);
     m_table.grid().setCol(kAddressColumn);
@@ -194,6 +195,7 @@ void ConfigurationEditor::showReadOnly(std::string_view text)
 
 void ConfigurationEditor::hideControls()
 {
+    emit aboutToHide();
     m_controls.hideAll();
 }
 
@@ -355,7 +357,7 @@ void ConfigurationEditor::txtCharEntry_Change()
 // Kept behaviour kb-comment-not-marked: a comment is no row, so it marks nothing.
 void ConfigurationEditor::txtComments_CFG_Change()
 {
-    m_host.setStatusText({});
+    m_status.setStatusText({});
 }
 
 // ---- writing back ----
@@ -402,21 +404,8 @@ void ConfigurationEditor::grdCFG_DblClick()
     }
     const std::string address = m_row.text(kAddressColumn);
     const std::string question = sendQuestion_CFG(address, m_row.text(kValueColumn));
-    const bool sent = confirmSend(m_boxes, question) && sendRow(address);
+    const bool sent = confirmSend(m_boxes, question) && m_device.sendRow_CFG(address);
     grid.setCol(sent ? kAddressColumn : kValueColumn);
-}
-
-bool ConfigurationEditor::sendRow(const std::string& address)
-{
-    bool sent = false;
-    const auto work = [&] {
-        if (m_device.OpenTheDeviceDriver()) {
-            m_device.Send_Parameter_CFG(address);
-            m_device.CloseTheDeviceDriver();
-            sent = true;
-        }
-    };
-    return m_device.run(work) && sent;
 }
 
 } // namespace tables

@@ -3,8 +3,9 @@
 #include "platform/MessageBoxes.h"
 #include "tables/DeviceSender.h"
 #include "tables/EditedRow.h"
-#include "tables/EditorHost.h"
 #include "tables/LiveTable.h"
+#include "tables/RowEditor.h"
+#include "tables/StatusLine.h"
 #include "tables/ui/ConfigurationControls.h"
 
 #include <QWidget>
@@ -20,22 +21,22 @@ struct BitField;
 
 // The edit area beside the Configuration grid: the title and the controls that edit the grid's current row in the
 // meaning of its address. Every change goes straight into the row and marks it changed. The window lays this widget
-// out beside the grid, runs EditData_CFG() when the table asks for its editor, and connects the grid's double-click.
-class ConfigurationEditor final : public QWidget
+// out beside the grid, and connects the grid's double-click.
+class ConfigurationEditor final : public QWidget, public RowEditor
 {
     Q_OBJECT
 
 public:
-    // All five outlive this widget.
-    ConfigurationEditor(LiveTable& table, EditSession& session, EditorHost& host, DeviceSender& device,
+    // All five outlive this widget, which becomes the editor of the table.
+    ConfigurationEditor(LiveTable& table, EditSession& session, StatusLine& status, DeviceSender& device,
                         platform::MessageBoxes& boxes, QWidget* parent = nullptr);
 
     // Opens the editor on the grid's current row. Editing is allowed afterwards, whatever it was before.
     void EditData_CFG();
 
-    // Hides every control but the title.
-    void hideControls();
-    void setEditTitle(std::string_view title);
+    void open() override { EditData_CFG(); }
+    void hideControls() override;
+    void setEditTitle(std::string_view title) override;
     // Shows the line of words without any.
     void showEmptyDecEntry();
 
@@ -67,6 +68,10 @@ public:
     void txtCharEntry_Change();
     void txtComments_CFG_Change();
 
+signals:
+    // Before the controls are hidden: whoever gives the keyboard away takes it from them now.
+    void aboutToHide();
+
 private:
     void connectOptions();
     void connectChecks();
@@ -81,11 +86,10 @@ private:
     void writeCheck(const BitCheck& check);
     [[nodiscard]] std::uint8_t takeByte();
     void ensureTerminator();
-    [[nodiscard]] bool sendRow(const std::string& address);
 
     LiveTable& m_table;
     EditSession& m_session;
-    EditorHost& m_host;
+    StatusLine& m_status;
     DeviceSender& m_device;
     platform::MessageBoxes& m_boxes;
     EditedRow m_row;

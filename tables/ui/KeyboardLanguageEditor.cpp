@@ -27,17 +27,18 @@ bool isBlank(std::string_view text)
 
 } // namespace
 
-KeyboardLanguageEditor::KeyboardLanguageEditor(LiveTable& table, EditSession& session, EditorHost& host,
+KeyboardLanguageEditor::KeyboardLanguageEditor(LiveTable& table, EditSession& session, StatusLine& status,
                                                DeviceSender& device, platform::MessageBoxes& boxes, QWidget* parent)
     : QWidget(parent)
     , m_table(table)
     , m_session(session)
-    , m_host(host)
+    , m_status(status)
     , m_device(device)
     , m_boxes(boxes)
     , m_row(table, session)
     , m_controls(*this)
 {
+    m_table.setEditor(*this);
     setMinimumSize(m_controls.minimumSize());
     connectControls();
 }
@@ -81,8 +82,8 @@ void KeyboardLanguageEditor::connectControls()
 
 void KeyboardLanguageEditor::EditData_KB()
 {
-    m_host.setStatusText({});
-    m_host.Hide_All();
+    m_status.setStatusText({});
+    m_session.Hide_All();
     const std::string address = m_row.text(kAddressColumn);
     m_controls.lblEditTitle_KB->hide();
     setEditTitle(editTitle_KB(address, m_row.text(kNotesColumn)));
@@ -116,7 +117,7 @@ void KeyboardLanguageEditor::EditData_KB()
 
 void KeyboardLanguageEditor::loadFlags(const std::string& value)
 {
-    m_host.setStatusText(binaryText(text::hexByte(value)));
+    m_status.setStatusText(binaryText(text::hexByte(value)));
     for (OptionFrame* frame : m_controls.flagFrames) {
         frame->load(value);
     }
@@ -127,18 +128,18 @@ void KeyboardLanguageEditor::loadIdBytes(const std::string& value)
     const text::PairValue bytes = text::pairValue(value);
     m_controls.txtHexEntry2_KB->setText(
         platform::toQString(text::hexTwoDigits(bytes.first) + text::hexTwoDigits(bytes.second)));
-    m_host.setStatusText(binaryText(bytes.first, bytes.second));
+    m_status.setStatusText(binaryText(bytes.first, bytes.second));
 }
 
 void KeyboardLanguageEditor::loadPair(const std::string& value)
 {
     const text::PairValue pair = text::pairValue(value);
-    m_host.setStatusText(binaryText(pair.first, pair.second));
+    m_status.setStatusText(binaryText(pair.first, pair.second));
     for (OptionFrame* frame : m_controls.shiftFrames) {
         frame->load(text::leftOf(value, 2));
     }
     m_controls.txtHexEntry_KB->setText(platform::toQString(text::rightOf(value, 2)));
-    m_host.showEmptyDecEntry();
+    emit emptyDecEntryShown();
 }
 
 void KeyboardLanguageEditor::resizeEvent(QResizeEvent* event)
@@ -149,6 +150,7 @@ void KeyboardLanguageEditor::resizeEvent(QResizeEvent* event)
 
 void KeyboardLanguageEditor::hideControls()
 {
+    emit aboutToHide();
     m_controls.hideAll();
 }
 
@@ -252,7 +254,7 @@ void KeyboardLanguageEditor::writeShiftFlag(const BitField& field, int index)
 void KeyboardLanguageEditor::writePair(const text::PairValue& pair)
 {
     m_row.writeText(text::pairText(pair));
-    m_host.setStatusText(binaryText(pair.first, pair.second));
+    m_status.setStatusText(binaryText(pair.first, pair.second));
     m_row.markChanged();
 }
 
@@ -264,30 +266,15 @@ void KeyboardLanguageEditor::grdKB_DblClick()
         return;
     }
     const std::vector<std::string> settings = settings_KB(m_row.text(kAddressColumn), m_row.text(kValueColumn));
-    if (confirmSend(m_boxes, sendQuestion_KB(settings))) {
-        m_device.run([this, &settings] { sendSettings(settings); });
-    }
-}
-
-// Ends with the notice and a fresh editor while it still is the one device operation: what the user clicked meanwhile
-// comes after that.
-void KeyboardLanguageEditor::sendSettings(std::span<const std::string> settings)
-{
-    if (!m_device.OpenTheDeviceDriver()) {
+    if (!confirmSend(m_boxes, sendQuestion_KB(settings))) {
         return;
     }
-    for (const std::string& setting : settings) {
-        const std::string command = "/rawsend WPW" + setting;
-        m_device.Send_Cmd(command);
-        m_host.setStatusText("Sent command: " + command);
-    }
-    m_device.CloseTheDeviceDriver();
-    if (m_device.wasCutShort()) {
-        return;
-    }
-    // Kept behaviour kb-sent-unconfirmed: no answer of the reader is looked at.
-    m_boxes.show({.text = sentNotice_KB(settings)});
-    EditData_KB();
+    // The notice and the fresh editor are part of the operation: what the user clicked meanwhile comes after them.
+    m_device.sendSettings(settings, [this, &settings] {
+        // Kept behaviour kb-sent-unconfirmed: no answer of the reader is looked at.
+        m_boxes.show({.text = sentNotice_KB(settings)});
+        EditData_KB();
+    });
 }
 
 } // namespace tables

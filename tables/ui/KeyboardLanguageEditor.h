@@ -3,15 +3,15 @@
 #include "platform/MessageBoxes.h"
 #include "tables/DeviceSender.h"
 #include "tables/EditedRow.h"
-#include "tables/EditorHost.h"
 #include "tables/LiveTable.h"
 #include "tables/Parameters.h"
+#include "tables/RowEditor.h"
+#include "tables/StatusLine.h"
 #include "tables/ui/KeyboardLanguageControls.h"
 #include "text/PairValue.h"
 
 #include <QWidget>
 
-#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,23 +21,23 @@ struct BitField;
 
 // The edit area beside the Keyboard Language grid: the title and the controls that edit the grid's current row, the
 // keyboard flags, the keyboard identification bytes or a pair of shift flags and scan code. Every change goes straight
-// into the row and marks it changed. The window lays this widget out beside the grid, runs EditData_KB() when the table
-// asks for its editor, and connects the grid's double-click.
-class KeyboardLanguageEditor final : public QWidget
+// into the row and marks it changed. The window lays this widget out beside the grid, and connects the grid's
+// double-click.
+class KeyboardLanguageEditor final : public QWidget, public RowEditor
 {
     Q_OBJECT
 
 public:
-    // All five outlive this widget.
-    KeyboardLanguageEditor(LiveTable& table, EditSession& session, EditorHost& host, DeviceSender& device,
+    // All five outlive this widget, which becomes the editor of the table.
+    KeyboardLanguageEditor(LiveTable& table, EditSession& session, StatusLine& status, DeviceSender& device,
                            platform::MessageBoxes& boxes, QWidget* parent = nullptr);
 
     // Opens the editor on the grid's current row. Editing is allowed afterwards, whatever it was before.
     void EditData_KB();
 
-    // Hides every control but the title.
-    void hideControls();
-    void setEditTitle(std::string_view title);
+    void open() override { EditData_KB(); }
+    void hideControls() override;
+    void setEditTitle(std::string_view title) override;
 
     // Offers to send the current row to the reader. Ignored while the device is busy.
     void grdKB_DblClick();
@@ -56,6 +56,12 @@ public:
     void txtHexEntry2_KB_Change();
     void txtHexEntry2_KB_KeyPress(int& KeyAscii);
 
+signals:
+    // Before the controls are hidden: whoever gives the keyboard away takes it from them now.
+    void aboutToHide();
+    // A scan code pair has a place for the Configuration editor's line of words and leaves it empty.
+    void emptyDecEntryShown();
+
 protected:
     void resizeEvent(QResizeEvent* event) override;
 
@@ -68,11 +74,10 @@ private:
     void writeFlags(const BitField& field, int index);
     void writeShiftFlag(const BitField& field, int index);
     void writePair(const text::PairValue& pair);
-    void sendSettings(std::span<const std::string> settings);
 
     LiveTable& m_table;
     EditSession& m_session;
-    EditorHost& m_host;
+    StatusLine& m_status;
     DeviceSender& m_device;
     platform::MessageBoxes& m_boxes;
     EditedRow m_row;

@@ -126,7 +126,7 @@ private slots:
             f.window->paramTables().CFG.grid().setRow(row);
             check(f.window.get(), 20);
         }
-        f.find<QTabWidget>("SSTab1")->setCurrentIndex(tables::kKeyboardLanguageTab);
+        f.find<QTabWidget>("SSTab1")->setCurrentIndex(app::kKeyboardLanguageTab);
         for (const int row : {1, 2, 3, 75}) {
             f.window->paramTables().KB.grid().setRow(row);
             check(f.window.get(), 20);
@@ -137,7 +137,7 @@ private slots:
     {
         MainWindowFixture f;
         f.start();
-        f.find<QTabWidget>("SSTab1")->setCurrentIndex(tables::kReadTestTab);
+        f.find<QTabWidget>("SSTab1")->setCurrentIndex(app::kReadTestTab);
         check(f.window.get(), 15);
     }
 

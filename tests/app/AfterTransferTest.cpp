@@ -5,10 +5,10 @@
 #include <QProgressBar>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 using platform::BoxAnswer;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
 
 namespace {
 
@@ -129,7 +129,7 @@ private slots:
         } else if (action == "double click") {
             desk.grid().setRow(2);
             desk.boxes.expect(BoxAnswer::Yes);
-            desk.window->editor_CFG().grdCFG_DblClick();
+            desk.editor_CFG().grdCFG_DblClick();
             look();
         } else {
             desk.reader.opens = false;
@@ -312,7 +312,7 @@ private slots:
         bool wasOpen = true;
         desk.boxes.expect(BoxAnswer::Yes);
         desk.boxes.expect(BoxAnswer::Ok, [&] { wasOpen = desk.reader.PortOpen(); });
-        desk.window->editor_KB().grdKB_DblClick();
+        desk.editor_KB().grdKB_DblClick();
         QVERIFY(desk.boxes.verifyAllUsed());
         QVERIFY(!wasOpen);
     }

@@ -74,11 +74,11 @@ private slots:
         f.reader.onOutput = [&](int) { wasGrey = !f.find<QAction>("mnuAbout")->isEnabled(); };
         f.window->paramTables().CFG.grid().setRow(2);
         f.boxes.expect(BoxAnswer::Yes);
-        f.window->editor_CFG().grdCFG_DblClick();
+        f.editor_CFG().grdCFG_DblClick();
         QVERIFY(wasGrey);
         QVERIFY(f.find<QAction>("mnuAbout")->isEnabled());
         wasGrey = false;
-        f.find<QTabWidget>("SSTab1")->setCurrentIndex(tables::kReadTestTab);
+        f.find<QTabWidget>("SSTab1")->setCurrentIndex(app::kReadTestTab);
         QVERIFY(wasGrey);
         QVERIFY(f.find<QAction>("mnuAbout")->isEnabled());
     }

@@ -11,10 +11,10 @@
 #include <utility>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 using platform::BoxAnswer;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
 
 namespace {
 
@@ -156,7 +156,7 @@ private slots:
         desk.f.boxes.expect(BoxAnswer::Cancel);
         desk.clickTab(kReadTestTab);
         QVERIFY(desk.f.window->isVisible());
-        QCOMPARE(desk.f.window->handledTab(), int{kReadTestTab});
+        QCOMPARE(desk.f.tabInEffect(), int{kReadTestTab});
         // The wish to abort stands until the next press of the toolbar, so the identification was not waited for.
         QCOMPARE(desk.f.reader.commands.mid(10).first(), kIdentify.first());
         QCOMPARE(desk.f.reader.commands.last(2), kNormalMode);
@@ -255,11 +255,11 @@ private slots:
     {
         MainWindowFixture f;
         f.start();
-        QVERIFY(!f.window->link().UserAbort && !f.window->operations().isClosing());
+        QVERIFY(!f.window->link().state().UserAbort && !f.window->link().operations().isClosing());
         QVERIFY(bool(f.reader.setPortOpen(true)));
         QVERIFY(f.window->close());
-        QVERIFY(f.window->link().UserAbort);
-        QVERIFY(f.window->operations().isClosing());
+        QVERIFY(f.window->link().state().UserAbort);
+        QVERIFY(f.window->link().operations().isClosing());
         QVERIFY(!f.reader.PortOpen());
     }
 
@@ -280,12 +280,12 @@ private slots:
         f.pump = &pump;
         f.start();
         QVERIFY(bool(f.reader.setPortOpen(true)));
-        device::CommandProtocol& protocol = f.window->protocol();
+        device::CommandProtocol& protocol = f.window->link().protocol();
         pump.onWait = [&] { f.window->close(); };
         pump.onLastTurn = [&] { // or it would never end
-            f.window->link().LastResponse = "00";
-            f.window->link().period.CommBusy = 0;
-            f.window->link().period.ResponseCountdown = 0;
+            f.window->link().state().LastResponse = "00";
+            f.window->link().state().period.CommBusy = 0;
+            f.window->link().state().period.ResponseCountdown = 0;
         };
         wait == 0 ? protocol.settle(1e9) : wait == 1 ? protocol.WaitForResponse() : protocol.Send_Cmd("/ver");
         QVERIFY(!f.window->isVisible());

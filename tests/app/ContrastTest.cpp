@@ -63,11 +63,11 @@ public:
     void onEveryEditor(const std::function<void()>& look)
     {
         for (const auto& [tab, name] :
-             {std::pair(tables::kConfigurationTab, "grdCFG"), std::pair(tables::kKeyboardLanguageTab, "grdKB")}) {
+             {std::pair(app::kConfigurationTab, "grdCFG"), std::pair(app::kKeyboardLanguageTab, "grdKB")}) {
             f.find<QTabWidget>("SSTab1")->setCurrentIndex(tab);
             auto* grid = f.find<tables::ParamGrid>(name);
             // One of each kind; the Keyboard Language rows from the third on are pairs.
-            const std::vector<int> rows = tab == tables::kConfigurationTab
+            const std::vector<int> rows = tab == app::kConfigurationTab
                                               ? std::vector<int>{1, 2, 3, 4, 9, 11, 17, 19, 22, 25, 26}
                                               : std::vector<int>{1, 2, 9};
             for (const int row : rows) {

@@ -6,10 +6,10 @@
 #include <QSignalSpy>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 using platform::BoxAnswer;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
 
 namespace {
 
@@ -273,7 +273,7 @@ private slots:
         };
         f.boxes.expect(BoxAnswer::Cancel);
         f.press("KEY_RETRIEVE");
-        QCOMPARE(f.window->handledTab(), int{kKeyboardLanguageTab});
+        QCOMPARE(f.tabInEffect(), int{kKeyboardLanguageTab});
         QVERIFY(f.find<QWidget>("frmE_KB")->isVisible());
         f.table_KB().TableChanged = false;
     }
@@ -322,7 +322,7 @@ private slots:
             }
         };
         f.boxes.expect(BoxAnswer::Yes); // the question, and no notice after it
-        f.window->editor_KB().grdKB_DblClick();
+        f.editor_KB().grdKB_DblClick();
         QCOMPARE(f.boxes.shown.size(), std::size_t{1});
         QCOMPARE(f.textOf("StatusBar1_1"), "Lost the connection to COM5");
     }
@@ -433,13 +433,13 @@ private slots:
         f.start();
         f.reader.answers = [](const std::string&) { return std::nullopt; };
         f.press("KEY_RETRIEVE"); // nothing answers: the first row times out
-        QVERIFY(f.window->link().UserAbort);
+        QVERIFY(f.window->link().state().UserAbort);
         f.reader.answers = [&f](const std::string& command) { return f.model.answerTo(command); };
         f.find<QTabWidget>("SSTab1")->setCurrentIndex(kReadTestTab);
-        QVERIFY(f.window->link().UserAbort);
+        QVERIFY(f.window->link().state().UserAbort);
         f.find<QTabWidget>("SSTab1")->setCurrentIndex(kConfigurationTab);
         f.press("KEY_UPDATE");
-        QVERIFY(!f.window->link().UserAbort);
+        QVERIFY(!f.window->link().state().UserAbort);
     }
 };
 

@@ -14,12 +14,12 @@
 #include <cerrno>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 using platform::BoxAnswer;
 using platform::BoxButtons;
 using platform::BoxIcon;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
 using Kind = TestFileDialogs::Kind;
 
 namespace {
@@ -150,7 +150,7 @@ private slots:
         QCOMPARE(int{f.table_CFG().NumParms}, 27);
         f.dialogs.expect(Kind::Save, platform::toPath(name));
         f.press("KEY_SAVE");
-        QVERIFY(f.window->rememberedFiles().ConfigFileName.empty());
+        QVERIFY(f.page(tables::TableId::Configuration).document().name().empty());
         QVERIFY(f.find<QToolButton>("KEY_SAVE")->isEnabled());
     }
 
@@ -177,7 +177,7 @@ private slots:
         QCOMPARE(f.table_CFG().cell(9, 0), "XXX");
         QVERIFY(f.table_CFG().TableChanged);
         QCOMPARE(f.find<QPlainTextEdit>("txtComments_CFG")->toPlainText(), "mine");
-        QVERIFY(f.window->rememberedFiles().ConfigFileName.empty());
+        QVERIFY(f.page(tables::TableId::Configuration).document().name().empty());
         QVERIFY(f.boxes.shown.empty());
         QVERIFY(f.window->paramTables().session.isEditing());
         QVERIFY(f.find<QToolButton>("KEY_LOAD")->isEnabled());
@@ -337,7 +337,7 @@ private slots:
         QCOMPARE(f.table_CFG().cell(9, 0), "XXX");
         QVERIFY(f.table_CFG().TableChanged);
         QCOMPARE(f.find<QTabWidget>("SSTab1")->tabText(0), "Configuration *");
-        QVERIFY(f.window->rememberedFiles().ConfigFileName.empty());
+        QVERIFY(f.page(tables::TableId::Configuration).document().name().empty());
         QVERIFY(f.find<QToolButton>("KEY_SAVE")->isEnabled());
         f.table_CFG().TableChanged = false;
     }

@@ -56,7 +56,7 @@ private slots:
         f.dialogs.expect(TestFileDialogs::Kind::Save, {});
         QTest::keyClick(f.window.get(), Qt::Key_L, Qt::ControlModifier);
         QCOMPARE(f.dialogs.shown.size(), std::size_t{2});
-        QCOMPARE(f.find<QTabWidget>("SSTab1")->currentIndex(), int{tables::kKeyboardLanguageTab});
+        QCOMPARE(f.find<QTabWidget>("SSTab1")->currentIndex(), int{app::kKeyboardLanguageTab});
     }
 
     void escapeStopsATransferAndNothingElse()
@@ -136,7 +136,7 @@ private slots:
         QCOMPARE(f.find<QPlainTextEdit>("txtComments_CFG")->toPlainText(), "");
         QVERIFY(focus());
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-        QCOMPARE(tabs->currentIndex(), int{tables::kReadTestTab});
+        QCOMPARE(tabs->currentIndex(), int{app::kReadTestTab});
         QVERIFY(f.reader.commands.contains("/rawsend \\xA2"));
     }
 
@@ -146,7 +146,7 @@ private slots:
         MainWindowFixture f;
         f.start();
         auto* tabs = f.find<QTabWidget>("SSTab1");
-        tabs->setCurrentIndex(tables::kReadTestTab);
+        tabs->setCurrentIndex(app::kReadTestTab);
         f.reader.commands.clear();
         f.window->activateWindow(); // the please-wait window had the keyboard
         QTRY_COMPARE(QApplication::activeWindow(), f.window.get());
@@ -154,9 +154,9 @@ private slots:
             f.find<QWidget>(holder)->setFocus();
             QVERIFY2(f.find<QWidget>(holder)->hasFocus(), holder);
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab, Qt::ControlModifier);
-            QCOMPARE(tabs->currentIndex(), int{tables::kReadTestTab});
+            QCOMPARE(tabs->currentIndex(), int{app::kReadTestTab});
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
-            QCOMPARE(tabs->currentIndex(), int{tables::kReadTestTab});
+            QCOMPARE(tabs->currentIndex(), int{app::kReadTestTab});
         }
         QVERIFY(f.reader.commands.isEmpty());
     }

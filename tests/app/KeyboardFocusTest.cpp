@@ -8,10 +8,10 @@
 #include <QTabBar>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 using platform::BoxAnswer;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
 
 namespace {
 

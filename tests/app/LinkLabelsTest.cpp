@@ -1,4 +1,4 @@
-#include "app/mainwindow/IdentificationStrip.h"
+#include "app/mainwindow/LinkPanel.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"
 
@@ -13,35 +13,37 @@ class LinkLabelsTest final : public QObject
 {
     Q_OBJECT
 
-private slots:
-    void aCaptionThatStaysIsNoChange()
+    // What another piece of the program says in the first panel.
+    static void say(const MainWindowFixture& f, const char* text)
     {
-        app::IdentificationStrip strip;
-        QSignalSpy changes(&strip, &app::IdentificationStrip::lblDriverName_Change);
-        strip.setCaption(Identification::Driver, "");
-        QCOMPARE(changes.size(), 0); // empty from the beginning
-        strip.setCaption(Identification::Driver, " KSD ");
-        strip.setCaption(Identification::Driver, " KSD ");
-        QCOMPARE(changes.size(), 1);
-        QCOMPARE(changes.first().first().toString(), " KSD ");
-        strip.setCaption(Identification::Firmware, "3.07");
-        strip.setCaption(Identification::Copyright, "Teslin");
-        QCOMPARE(changes.size(), 1);
-        strip.setCaption(Identification::Driver, "");
-        QCOMPARE(changes.size(), 2);
+        f.find<QLabel>("StatusBar1_1")->setText(QLatin1String(text));
     }
 
-    // Nor does it take away what the panel shows.
+private slots:
+    void theDriversCaptionAloneIsCopiedToThePanel()
+    {
+        MainWindowFixture f;
+        f.start();
+        say(f, "Sent command");
+        f.linkPanel().setIdentification(Identification::Driver, ""); // empty from the beginning
+        f.linkPanel().setIdentification(Identification::Firmware, "3.07");
+        f.linkPanel().setIdentification(Identification::Copyright, "Teslin");
+        QCOMPARE(f.textOf("StatusBar1_1"), "Sent command");
+        f.linkPanel().setIdentification(Identification::Driver, " KSD ");
+        QCOMPARE(f.textOf("StatusBar1_1"), " KSD ");
+    }
+
+    // A caption that stays is no change, and does not take away what the panel shows.
     void thePanelKeepsItsTextThen()
     {
         MainWindowFixture f;
         f.start();
-        f.window->identification().setCaption(Identification::Driver, " KSD ");
+        f.linkPanel().setIdentification(Identification::Driver, " KSD ");
         QCOMPARE(f.textOf("StatusBar1_1"), " KSD ");
-        f.window->statusPanels().setFirst(QStringLiteral("Sent command"));
-        f.window->identification().setCaption(Identification::Driver, " KSD ");
+        say(f, "Sent command");
+        f.linkPanel().setIdentification(Identification::Driver, " KSD ");
         QCOMPARE(f.textOf("StatusBar1_1"), "Sent command");
-        f.window->identification().setCaption(Identification::Driver, "");
+        f.linkPanel().setIdentification(Identification::Driver, "");
         QCOMPARE(f.textOf("StatusBar1_1"), "");
     }
 
@@ -67,7 +69,7 @@ private slots:
         }
         f.press("KEY_RETRIEVE");
         QCOMPARE(shown, QStringList({"1 1", "1 1", "1 1"}));
-        f.window->connection().ClearSettings();
+        f.window->link().connection().ClearSettings();
         for (const auto& [title, value] : labels) {
             QVERIFY2(!f.find<QLabel>(title)->isVisible() && !f.find<QLabel>(value)->isVisible(), title);
         }
@@ -90,11 +92,11 @@ private slots:
     {
         MainWindowFixture f;
         f.start();
-        f.window->statusPanels().setFirst(QStringLiteral("value in binary is 0000 0000"));
+        say(f, "value in binary is 0000 0000");
         QTest::keyClicks(f.find<QPlainTextEdit>("txtComments_CFG"), QStringLiteral("a"));
         QCOMPARE(f.textOf("StatusBar1_1"), "");
         QVERIFY(!f.table_CFG().TableChanged);
-        f.find<QTabWidget>("SSTab1")->setCurrentIndex(tables::kKeyboardLanguageTab);
+        f.find<QTabWidget>("SSTab1")->setCurrentIndex(app::kKeyboardLanguageTab);
         const QString shown = f.textOf("StatusBar1_1");
         QVERIFY(!shown.isEmpty());
         QTest::keyClicks(f.find<QPlainTextEdit>("txtComments_KB"), QStringLiteral("a"));

@@ -11,13 +11,13 @@
 #include <QToolButton>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 using platform::BoxAnswer;
 using platform::BoxButtons;
 using platform::BoxIcon;
 using platform::toQString;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
 
 namespace {
 
@@ -425,9 +425,9 @@ private slots:
         QVERIFY(settings.set("Name", "Friendly Name", "Teslin2"));
         QVERIFY(settings.set("Port", "Virtual Port", "COM12"));
         f.start();
-        QCOMPARE(f.window->link().DriverFriendlyName, "Teslin2");
-        QCOMPARE(f.window->portSetup().portText(), "COM12");
-        QCOMPARE(int{f.window->link().PortNumber}, 0); // the port is detected all the same
+        QCOMPARE(f.window->link().state().DriverFriendlyName, "Teslin2");
+        QCOMPARE(f.window->link().virtualPort().portText(), "COM12");
+        QCOMPARE(int{f.window->link().state().PortNumber}, 0); // the port is detected all the same
     }
 
     // kb-command-letter
@@ -463,7 +463,7 @@ private slots:
         QVERIFY(f.find<QToolButton>("KEY_EXIT")->isEnabled());
         QVERIFY(!f.find<QPushButton>("btnNotes")->isVisible());
         f.reader.commands.clear();
-        f.window->EnableButtons(true);
+        f.find<app::MainToolbar>("Toolbar1")->EnableButtons(true);
         for (const char* key : {"KEY_RETRIEVE", "KEY_UPDATE", "KEY_LOAD", "KEY_SAVE", "KEY_DEFAULT", "KEY_SUMMARY"}) {
             f.press(key);
         }
@@ -492,16 +492,16 @@ private slots:
         f.start();
         const auto* shown = f.find<QLabel>("lblFilename");
         QVERIFY(!shown->isVisible());
-        f.window->rememberFile(kConfigurationTab, "/tables/shop.tlc");
+        f.rememberFile(kConfigurationTab, "/tables/shop.tlc");
         QVERIFY(shown->isVisible());
         QCOMPARE(shown->text(), "/tables/shop.tlc");
         f.find<QTabWidget>("SSTab1")->setCurrentIndex(kKeyboardLanguageTab);
         QVERIFY(!shown->isVisible());
-        f.window->rememberFile(kKeyboardLanguageTab, "/tables/shop.TLC"); // a name of the other kind
+        f.rememberFile(kKeyboardLanguageTab, "/tables/shop.TLC"); // a name of the other kind
         QVERIFY(!shown->isVisible());
-        f.window->rememberFile(kKeyboardLanguageTab, "*.txt"); // a pattern
+        f.rememberFile(kKeyboardLanguageTab, "*.txt"); // a pattern
         QVERIFY(!shown->isVisible());
-        f.window->rememberFile(kKeyboardLanguageTab, "/tables/us.txt");
+        f.rememberFile(kKeyboardLanguageTab, "/tables/us.txt");
         QCOMPARE(shown->text(), "/tables/us.txt");
         QVERIFY(shown->isVisible());
         f.find<QTabWidget>("SSTab1")->setCurrentIndex(kConfigurationTab);
@@ -517,13 +517,13 @@ private slots:
         f.start();
         const QSize size = f.window->size();
         const std::string deep = "/" + std::string(400, 'x') + "/shop.tlc";
-        f.window->rememberFile(kConfigurationTab, deep);
+        f.rememberFile(kConfigurationTab, deep);
         for (const device::Identification which :
              {device::Identification::Driver, device::Identification::Firmware, device::Identification::Copyright}) {
-            f.window->identification().setCaption(which, std::string(2000, 'x'));
-            f.window->identification().showValueAndTitle(which, true);
+            f.linkPanel().setIdentification(which, std::string(2000, 'x'));
+            f.linkPanel().showIdentification(which, device::Shown::WithTitle);
         }
-        f.window->identification().setLanguage(std::string(500, 'x'));
+        f.find<QLabel>("lblLanguage")->setText(QString(500, QLatin1Char('x')));
         QCOMPARE(f.textOf("lblFilename"), QString::fromStdString(deep));
         QVERIFY(f.find<QLabel>("lblFilename")->isVisible());
         QCoreApplication::processEvents();

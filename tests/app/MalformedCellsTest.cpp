@@ -4,20 +4,20 @@
 #include <QLineEdit>
 
 using namespace testsupport;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
 using Kind = TestFileDialogs::Kind;
 
 namespace {
 
-void load(MainWindowFixture& f, tables::Tab tab, const char* name, const QByteArray& bytes)
+void load(MainWindowFixture& f, app::Tab tab, const char* name, const QByteArray& bytes)
 {
     const QString path = f.folder.filePath(QLatin1String(name));
     QFile file(path);
     QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
     file.close();
     f.dialogs.expect(Kind::Open, platform::toPath(path));
-    f.window->mnuOpen_Click(tab);
+    f.find<QAction>(tab == kConfigurationTab ? "mnuOpen_CFG" : "mnuOpen_KB")->trigger();
 }
 
 } // namespace

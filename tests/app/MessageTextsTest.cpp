@@ -19,11 +19,11 @@
 #include <vector>
 
 using namespace testsupport;
+using app::kKeyboardLanguageTab;
 using platform::BoxAnswer;
 using platform::BoxButtons;
 using platform::BoxIcon;
 using platform::MessageBox;
-using tables::kKeyboardLanguageTab;
 
 namespace {
 

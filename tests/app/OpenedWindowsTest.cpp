@@ -15,10 +15,10 @@
 #include <QWindow>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 using platform::BoxAnswer;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
 
 namespace {
 
@@ -425,7 +425,7 @@ private slots:
         p.setText("txtFriendlyName", "");
         p.click("cmdOK");
         p.start();
-        QCOMPARE(p.window->link().DriverFriendlyName, "Teslin");
+        QCOMPARE(p.window->link().state().DriverFriendlyName, "Teslin");
     }
 
     void optionsStayClosedDuringARetrieve()

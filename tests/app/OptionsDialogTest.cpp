@@ -56,9 +56,8 @@ struct Options : DeviceLink
         QCOMPARE(boxes.shown.at(index).buttons, BoxButtons::Ok);
     }
 
-    app::PortSetup setup;
-    device::DriverConnection setupConnection{link, protocol,           port,  driver,
-                                             pump, DeviceLink::window, setup, loggedBoxes};
+    device::VirtualPort setup;
+    device::DriverConnection setupConnection{link, protocol, services, surfaces, setup};
     int saved = 0;
     std::string savedPort;
     std::string savedName;

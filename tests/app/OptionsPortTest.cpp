@@ -163,7 +163,7 @@ private slots:
 
     void theBarsNumberStaysInItsRange()
     {
-        app::PortSetup setup;
+        device::VirtualPort setup;
         setup.setPortScroll(300);
         QCOMPARE(setup.portScroll(), 256);
         setup.setPortScroll(0);

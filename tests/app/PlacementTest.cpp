@@ -1,17 +1,17 @@
 // Where the main window stands at its first start, at the next ones, and what it needs at least.
 
-#include "app/settings/WindowPlacement.h"
 #include "tests/support/MainWindowFixture.h"
 #include "tests/support/RunnableTest.h"
 #include "widgets/NormalPlacement.h"
+#include "widgets/WindowPlacement.h"
 
 #include <QScrollArea>
 #include <QScrollBar>
 #include <QToolTip>
 
 using namespace testsupport;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
 
 namespace {
 
@@ -92,8 +92,8 @@ private slots:
         p.store("100 , 80,900 ,600");
         int left = 0, top = 0, width = 0, height = 0, state = -1;
         bool found = false;
-        app::LoadWindowPlacement(platform::ProfileStrings(p.settingsFile()), QStringLiteral("frmMain"), left, top,
-                                 width, height, state, found);
+        widgets::LoadWindowPlacement(platform::ProfileStrings(p.settingsFile()), QStringLiteral("frmMain"), left, top,
+                                     width, height, state, found);
         QVERIFY(found);
         QCOMPARE(QRect(left, top, width, height), QRect(100, 80, 900, 600));
         QCOMPARE(state, 0);
@@ -217,11 +217,11 @@ private slots:
         window.show();
         const QRect available = window.screen()->availableGeometry();
         window.setGeometry(available.translated(30, 40));
-        app::fitOntoScreen(window);
+        widgets::fitOntoScreen(window);
         QVERIFY(available.contains(window.frameGeometry()));
         window.resize(200, 100);
         window.move(70, 80);
-        app::fitOntoScreen(window);
+        widgets::fitOntoScreen(window);
         QCOMPARE(QRect(window.pos(), window.size()), QRect(70, 80, 200, 100)); // one that does not is left alone
     }
 
@@ -230,8 +230,8 @@ private slots:
     {
         Program p;
         p.start();
-        p.window->identification().setCaption(device::Identification::Driver, std::string(300, 'x'));
-        p.window->identification().showValueAndTitle(device::Identification::Driver, true);
+        p.linkPanel().setIdentification(device::Identification::Driver, std::string(300, 'x'));
+        p.linkPanel().showIdentification(device::Identification::Driver, device::Shown::WithTitle);
         for (const int tab : {0, 1, 2}) {
             p.find<QTabWidget>("SSTab1")->setCurrentIndex(tab);
             const QSize least = p.window->minimumSizeHint();
@@ -247,7 +247,7 @@ private slots:
         p.start();
         const std::string deep = "/" + std::string(400, 'x') + "/shop.tlc";
         for (const std::string& name : {std::string("/shop.tlc"), deep}) {
-            p.window->rememberFile(kConfigurationTab, name);
+            p.rememberFile(kConfigurationTab, name);
             auto* const label = p.find<QLabel>("lblFilename");
             QCoreApplication::processEvents();
             QHelpEvent asked(QEvent::ToolTip, QPoint(5, 5), label->mapToGlobal(QPoint(5, 5)));

@@ -162,7 +162,7 @@ private slots:
             QVERIFY(f.window->isVisible());
         };
         for (int box = 0; box < boxes; ++box) {
-            f.boxes.expect(BoxAnswer::Ok, [&] { QVERIFY(f.window->operations().isClosing()); });
+            f.boxes.expect(BoxAnswer::Ok, [&] { QVERIFY(f.window->link().operations().isClosing()); });
         }
         f.press("KEY_RETRIEVE");
         QCOMPARE(unloaded.count(), 1);

@@ -1,5 +1,5 @@
-#include "app/settings/ProgramPlace.h"
 #include "app/settings/LanguageList.h"
+#include "app/settings/ProgramFolders.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 

@@ -1,11 +1,11 @@
 // Where a window may stand and where it is brought to, on desks of one screen and of several.
 
-#include "app/settings/WindowPlacement.h"
 #include "tests/support/RunnableTest.h"
+#include "widgets/WindowPlacement.h"
 
 #include <QTest>
 
-using app::reachablePlace;
+using widgets::reachablePlace;
 
 namespace {
 

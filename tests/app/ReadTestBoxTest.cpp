@@ -6,9 +6,9 @@
 
 using namespace Qt::StringLiterals;
 using namespace testsupport;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
-using tables::kReadTestTab;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
+using app::kReadTestTab;
 
 namespace {
 

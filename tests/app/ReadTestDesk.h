@@ -36,7 +36,7 @@ public:
     [[nodiscard]] bool startInTest() { return start() && enter(); }
     [[nodiscard]] bool enter()
     {
-        clickTab(tables::kReadTestTab);
+        clickTab(app::kReadTestTab);
         f.reader.commands.clear();
         return activate() && QTest::qWaitFor([this] { return isClear(); });
     }

@@ -13,7 +13,7 @@
 
 using namespace Qt::StringLiterals;
 using namespace testsupport;
-using tables::kReadTestTab;
+using app::kReadTestTab;
 
 // What the reader types belongs to the box of the read test, whatever it types and however fast.
 class ReadTestKeyboardTest final : public QObject
@@ -29,7 +29,7 @@ private slots:
         QStringList holders;
         desk.f.reader.onOutput = [&](int count) {
             if (count == 3) {
-                desk.f.find<QTabWidget>("SSTab1")->setCurrentIndex(tables::kConfigurationTab);
+                desk.f.find<QTabWidget>("SSTab1")->setCurrentIndex(app::kConfigurationTab);
                 desk.f.find<QWidget>("grdCFG")->setFocus();
             }
             if (count == 11) { // the first mode command: the box has been asked to take the keyboard
@@ -37,7 +37,7 @@ private slots:
                 holders << (holder == nullptr ? QStringLiteral("nobody") : holder->objectName());
             }
         };
-        desk.clickTab(tables::kReadTestTab);
+        desk.clickTab(app::kReadTestTab);
         QCOMPARE(holders, QStringList{QStringLiteral("grdCFG")});
     }
 

@@ -7,9 +7,9 @@
 #include <QPlainTextEdit>
 
 using namespace testsupport;
+using app::kConfigurationTab;
+using app::kKeyboardLanguageTab;
 using platform::BoxAnswer;
-using tables::kConfigurationTab;
-using tables::kKeyboardLanguageTab;
 using Kind = TestFileDialogs::Kind;
 
 namespace {
@@ -260,12 +260,12 @@ private slots:
     {
         Desk f;
         f.window->paramTables().CFG.grid().setRow(17);
-        f.window->Hide_All();
+        f.window->paramTables().session.Hide_All();
         QVERIFY(f.isHidden("frmSendTerm") && f.isHidden("txtHexEntry"));
         QVERIFY(!f.isHidden("lblEditTitle_CFG"));
         f.find<QTabWidget>("SSTab1")->setCurrentIndex(kKeyboardLanguageTab);
         QVERIFY(!f.isHidden("frmA1_KB"));
-        f.window->Hide_All();
+        f.window->paramTables().session.Hide_All();
         QVERIFY(f.isHidden("frmA1_KB") && f.isHidden("frmS_KB"));
         QVERIFY(!f.isHidden("lblEditTitle_KB"));
     }

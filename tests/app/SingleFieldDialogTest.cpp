@@ -22,13 +22,6 @@ using platform::BoxAnswer;
 
 namespace {
 
-class NoEditors final : public device::SingleSettingWindow
-{
-public:
-    void EditData_CFG() override {}
-    void EditData_KB() override {}
-};
-
 // The dialog, open, over a reader that answers everything.
 struct Dialog : DeviceLink
 {
@@ -57,9 +50,8 @@ struct Dialog : DeviceLink
         return linesWith(port.commands(), {"/rawsend", "/rawxact WPV0", "/rawxact WPV1"});
     }
 
-    NoEditors editors;
     RecordingWindowOrder order;
-    device::SingleSetting setting{link, operations, protocol, connection, tables.tables, editors, loggedBoxes};
+    device::SingleSetting setting{link, operations, protocol, connection, tables.tables, loggedBoxes};
     app::dlgSingleField dialog{setting, order, nullptr};
 };
 

@@ -200,7 +200,7 @@ private slots:
             platform::QtMessageBoxes boxes(QStringLiteral("Teslin Configure"));
             const auto showBox = [&] {
                 if (pleaseWait) {
-                    desk.window->ShowPleaseWait();
+                    desk.linkPanel().ShowPleaseWait();
                 }
                 QTimer::singleShot(0, desk.window.get(), [&] {
                     if (QWidget* const box = QApplication::activeModalWidget()) {
@@ -210,7 +210,7 @@ private slots:
                     }
                 });
                 boxes.show({.text = "Sent"});
-                desk.window->HidePleaseWait();
+                desk.linkPanel().HidePleaseWait();
             };
             std::function<void()> story = showBox;
             for (auto name = open.rbegin(); name != open.rend(); ++name) {
@@ -234,10 +234,10 @@ private slots:
             bool aboveIt = false;
             bool aboveMain = false;
             desk.open(open, [&] {
-                desk.window->ShowPleaseWait();
+                desk.linkPanel().ShowPleaseWait();
                 aboveIt = desk.screen.isAbove("frmPleaseWait", open);
                 aboveMain = desk.screen.isAbove("frmPleaseWait", "frmMain");
-                desk.window->HidePleaseWait();
+                desk.linkPanel().HidePleaseWait();
                 Desk::closeWindow(open);
             });
             QVERIFY2(aboveIt, open);

@@ -5,8 +5,8 @@
 #include <QTabBar>
 
 using namespace testsupport;
-using tables::kConfigurationTab;
-using tables::kReadTestTab;
+using app::kConfigurationTab;
+using app::kReadTestTab;
 
 namespace {
 
@@ -53,8 +53,8 @@ private slots:
         std::string port;
         int rows = -1;
         const FirstShow atFirst([&](app::frmMain& window) {
-            name = window.link().DriverFriendlyName;
-            port = window.portSetup().portText();
+            name = window.link().state().DriverFriendlyName;
+            port = window.link().virtualPort().portText();
             rows = window.paramTables().CFG.table().NumParms;
         });
         f.start();
@@ -69,12 +69,13 @@ private slots:
         MainWindowFixture f;
         int visits = 0;
         const FirstShow atFirst([&](app::frmMain& window) {
-            connect(&window.tabs(), &QTabWidget::currentChanged, &window, [&visits] { ++visits; });
+            connect(window.findChild<QTabWidget*>(QStringLiteral("SSTab1")), &QTabWidget::currentChanged, &window,
+                    [&visits] { ++visits; });
         });
         f.start();
         QCOMPARE(visits, 0);
         QCOMPARE(int{f.table_KB().NumParms}, 75);
-        QCOMPARE(f.window->handledTab(), int{kConfigurationTab});
+        QCOMPARE(f.tabInEffect(), int{kConfigurationTab});
     }
 
     // Every wait is counted in its ticks.
@@ -110,9 +111,9 @@ private slots:
         MainWindowFixture f;
         f.start();
         f.find<QTabWidget>("SSTab1")->setCurrentIndex(kReadTestTab);
-        f.window->link().UserAbort = true;
+        f.window->link().state().UserAbort = true;
         f.window->Toolbar1_ButtonClick(app::ToolbarKey::Save);
-        QVERIFY(!f.window->link().UserAbort);
+        QVERIFY(!f.window->link().state().UserAbort);
         QVERIFY(f.dialogs.shown.empty());
     }
 };

@@ -64,9 +64,9 @@ private slots:
     void ofSeveralLinesTheFirstStandsWhereASingleOneWould()
     {
         auto* panel = m_bar.findChild<QLabel*>("StatusBar1_1");
-        m_panels->setFirst(QStringLiteral("HEM"));
+        m_panels->setStatusText("HEM");
         const int alone = inkOf(*panel).first;
-        m_panels->setFirst(QStringLiteral("HEM\r\nnext"));
+        m_panels->setStatusText("HEM\r\nnext");
         QCOMPARE(inkOf(*panel).first, alone);
     }
 };

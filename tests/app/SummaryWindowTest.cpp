@@ -8,7 +8,7 @@
 #include <QTimer>
 
 using namespace testsupport;
-using tables::kKeyboardLanguageTab;
+using app::kKeyboardLanguageTab;
 
 // The Summary button on the real window: which report, of which values, and how waiting for its window ends.
 class SummaryWindowTest final : public QObject
@@ -50,7 +50,7 @@ private slots:
     {
         MainWindowFixture f;
         f.start();
-        f.window->link().FirmwareVersion = "3.07";
+        f.window->link().state().FirmwareVersion = "3.07";
         f.window->paramTables().PutTableEntry_CFG("02D", "5A", 2);
         f.find<QPlainTextEdit>("txtComments_CFG")->setPlainText(QStringLiteral("till 4\nback door"));
         std::string text;

@@ -448,9 +448,14 @@ private slots:
         device::Operations operations;
         FakeEventPump pump;
         RecordingWindow window(log);
+        FakeDriver driver(log);
+        RecordingReadTest readTest(log);
         TestMessageBoxes boxes;
         {
-            const device::CommandProtocol protocol(link, operations, port, pump, window, boxes, tables.tables);
+            const device::CommandProtocol protocol(
+                link, operations, {.MSComm1 = port, .driver = driver, .events = pump, .boxes = boxes},
+                {.display = window, .status = window, .buttons = window, .readTest = readTest, .unsaved = window},
+                tables.tables);
             QVERIFY(port.hasHandlers());
         }
         QVERIFY(!port.hasHandlers());

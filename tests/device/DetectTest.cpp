@@ -38,10 +38,10 @@ private slots:
         DeviceLink on;
         on.driver.answer = "COM12\r\n";
         QVERIFY(on.connection.Detect());
-        QCOMPARE(on.settings.text, "COM12\r");
+        QCOMPARE(on.settings.portText(), "COM12\r");
         QCOMPARE(on.window.portPanel, "KSD Port: COM12\r");
         QCOMPARE(int{on.link.PortNumber}, 12);
-        QCOMPARE(on.settings.scroll, 12);
+        QCOMPARE(on.settings.portScroll(), 12);
     }
 
     void asksTheDriverByItsFriendlyName()
@@ -78,11 +78,11 @@ private slots:
         QFETCH(QByteArray, answer);
         DeviceLink on;
         on.link.PortNumber = 7;
-        on.settings.text = "COM9";
+        on.typePort("COM9");
         on.driver.answer = answer.toStdString();
         QVERIFY(!on.connection.Detect());
         QCOMPARE(lines(on.log), kDetectBegins + kExchange + (QByteArrayList{"port scroll: 9", "P2: KSD Port: COM9"}));
-        QCOMPARE(on.settings.text, "COM9");
+        QCOMPARE(on.settings.portText(), "COM9");
         QCOMPARE(int{on.link.PortNumber}, 9);
         QVERIFY(on.boxes.shown.empty());
     }
@@ -92,11 +92,11 @@ private slots:
         DeviceLink on;
         on.driver.openError = SystemError{.number = ENOENT, .description = "No such file or directory"};
         on.link.PortNumber = 7;
-        on.settings.text = "COM5";
+        on.typePort("COM5");
         QVERIFY(!on.connection.Detect());
         QCOMPARE(lines(on.log), kDetectBegins + (QByteArrayList{"Driver: Unable to get virtual com port number."}));
         QCOMPARE(int{on.link.PortNumber}, 7);
-        QCOMPARE(on.settings.text, "COM5");
+        QCOMPARE(on.settings.portText(), "COM5");
         QVERIFY(on.boxes.shown.empty());
     }
 
@@ -106,14 +106,14 @@ private slots:
         on.driver.writeError = SystemError{.number = EIO, .description = "Input/output error"};
         on.driver.answer = "COM5\r";
         on.link.PortNumber = 7;
-        on.settings.text = "COM6";
+        on.typePort("COM6");
         QVERIFY(!on.connection.Detect());
         QCOMPARE(lines(on.log),
                  kDetectBegins +
                      (QByteArrayList{"send lit", "recv lit", "driver: write /get port_name\\n", "driver: close",
                                      "send dark", "recv dark", "Driver: Unable to get virtual com port number.."}));
         QCOMPARE(int{on.link.PortNumber}, 7);
-        QCOMPARE(on.settings.text, "COM6");
+        QCOMPARE(on.settings.portText(), "COM6");
         QVERIFY(!on.driver.isOpen());
     }
 
@@ -122,12 +122,12 @@ private slots:
         DeviceLink on;
         on.driver.readError = SystemError{.number = ETIMEDOUT, .description = "Connection timed out"};
         on.link.PortNumber = 7;
-        on.settings.text = "nothing"; // no second look at the name, no box
+        on.typePort("nothing"); // no second look at the name, no box
         QVERIFY(!on.connection.Detect());
         QCOMPARE(lines(on.log),
                  kDetectBegins + kExchange + (QByteArrayList{"Driver: Unable to get virtual com port number.."}));
         QCOMPARE(int{on.link.PortNumber}, 7);
-        QCOMPARE(on.settings.text, "nothing");
+        QCOMPARE(on.settings.portText(), "nothing");
         QVERIFY(!on.driver.isOpen());
     }
 
@@ -148,7 +148,7 @@ private slots:
         DeviceLink on;
         on.driver.answer = answer.toStdString();
         on.link.PortNumber = 7;
-        on.settings.text = portText.toStdString();
+        on.typePort(portText.toStdString());
         on.boxes.expect(BoxAnswer::Ok);
         QVERIFY(!on.connection.Detect());
         QCOMPARE(lines(on.log), kDetectBegins + kExchange + (QByteArrayList{"box: Could not open Teslin port!"}));
@@ -157,7 +157,7 @@ private slots:
         QVERIFY(box.icon == BoxIcon::Exclamation);
         QVERIFY(box.buttons == platform::BoxButtons::Ok);
         QCOMPARE(int{on.link.PortNumber}, 7);
-        QCOMPARE(QByteArray::fromStdString(on.settings.text), portText);
+        QCOMPARE(QByteArray::fromStdString(on.settings.portText()), portText);
         QCOMPARE(on.window.captions[Identification::Driver], "");
     }
 
@@ -166,7 +166,7 @@ private slots:
     {
         DeviceLink on;
         on.driver.answer = "what?\r";
-        on.settings.text = "COM5";
+        on.typePort("COM5");
         QVERIFY(!on.connection.Detect());
         QCOMPARE(lines(on.log), kDetectBegins + kExchange + (QByteArrayList{"port scroll: 5", "P2: KSD Port: COM5"}));
         QCOMPARE(int{on.link.PortNumber}, 5);

@@ -157,7 +157,7 @@ private slots:
     {
         DeviceLink on;
         on.driver.answer = "what?";
-        on.settings.text = "COM5";
+        on.typePort("COM5");
         on.boxes.expect(BoxAnswer::Ok);
         QVERIFY(!on.connection.OpenTheDeviceDriver());
         QCOMPARE(on.boxes.lastText(), kUnableBox);
@@ -210,7 +210,7 @@ private slots:
         QFETCH(QByteArray, answer);
         DeviceLink on;
         on.driver.answer = answer.toStdString();
-        on.settings.text = "COM5";
+        on.typePort("COM5");
         on.boxes.expect(BoxAnswer::Ok);
         QVERIFY(!on.connection.OpenTheDeviceDriver());
         QCOMPARE(on.boxes.lastText(), "Was unable to open the Teslin Device Driver.  Check to see if the driver is "

@@ -3,7 +3,6 @@
 #include "device/ReadTest.h"
 #include "tests/device/OpeningCalls.h"
 #include "tests/support/DeviceLink.h"
-#include "tests/support/RecordingReadTestWindow.h"
 #include "tests/support/TextToString.h"
 
 #include <QByteArrayList>
@@ -55,8 +54,8 @@ struct Bench
     [[nodiscard]] QByteArrayList commands() const { return testsupport::lines(on.port.commands()); }
 
     testsupport::DeviceLink on;
-    testsupport::RecordingReadTestWindow window{on.log};
-    device::ReadTest readTest{on.link, on.protocol, on.connection, on.port, on.pump, on.window, window};
+    testsupport::RecordingReadTest& window = on.readTestPage;
+    device::ReadTest readTest{on.link, on.protocol, on.connection, on.services, on.surfaces, on.tables.tables};
 };
 
 } // namespace readtest

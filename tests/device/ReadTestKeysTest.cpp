@@ -148,9 +148,8 @@ private slots:
     void theTickIsGivenBackAtTheEnd()
     {
         DeviceLink on;
-        RecordingReadTestWindow window(on.log);
         {
-            device::ReadTest readTest(on.link, on.protocol, on.connection, on.port, on.pump, on.window, window);
+            device::ReadTest readTest(on.link, on.protocol, on.connection, on.services, on.surfaces, on.tables.tables);
             (void)readTest.txtReadTest_KeyPress('a', sentinels());
         }
         on.log.clear();

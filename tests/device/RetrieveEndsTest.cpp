@@ -42,7 +42,7 @@ private slots:
         }
         on.tables.CFG.mark(7);
         on.tables.CFG.mark(8);
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(lines(on.port.commands()), commands);
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 6 * 3 + 8);
         QCOMPARE(on.tables.CFG.values(), expected);
@@ -76,12 +76,12 @@ private slots:
         QFETCH(int, ticks);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         reader::Script script;
         script.silent = {"/rawxact WPV" + silent.toStdString()};
         on.port.setScript(script);
         on.tables.KB.mark(3);
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(lines(on.port.commands()), reader::kIdentification + (QByteArrayList{
                                                                           "/rawxact WPV080",
                                                                           "/rawxact WPV081",
@@ -102,11 +102,11 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         reader::Script script;
         script.silent = {"/rawxact WPV114"};
         on.port.setScript(script);
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.tables.KB.value(75), "00-2C");
         QCOMPARE(on.tables.KB.value(74), valueAt(0x111) + "-" + valueAt(0x112));
         QCOMPARE(on.pump.ticks(), 462 + 5);
@@ -125,13 +125,13 @@ private slots:
         QFETCH(int, tab);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = tab;
+        on.chooseTab(tab);
         reader::Script script;
         script.silent = {"/rawxact WPV001", "/rawxact WPV080"};
         on.port.setScript(script);
         PlainTable& table = tab == 0 ? on.tables.CFG : on.tables.KB;
         table.setValue(1, "");
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QTEST(QByteArray::fromStdString(table.value(1)), "restored");
     }
 
@@ -143,7 +143,7 @@ private slots:
         reader::Script script;
         script.other["/rawxact WPV013"] = {{parameterReply("013", "9")}};
         on.port.setScript(script);
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 3 + 8);
         QCOMPARE(on.tables.CFG.value(1), valueAt(0x001));
         QCOMPARE(on.tables.CFG.value(2), "95");
@@ -159,7 +159,7 @@ private slots:
         script.silent = {"/rawxact WPV013"};
         on.port.setScript(script);
         on.pump.atTick(kTicksOfIdentification + 3 + 2, [&] { on.link.LastResponse = "9"; });
-        (void)on.transfer.btnRetrieveParms_Click();
+        (void)on.transfer.btnRetrieveParms_Click(on.table);
         QVERIFY(!on.link.UserAbort);
         QCOMPARE(on.port.commands().size(), std::size_t{32});
         QCOMPARE(on.pump.ticks(), 96);
@@ -172,12 +172,12 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         reader::Script script;
         script.silent = {"/rawxact WPV084"};
         on.port.setScript(script);
         on.pump.atTick(kTicksOfIdentification + 3 + 6 + 3 + 2, [&] { on.link.LastResponse = "9"; });
-        (void)on.transfer.btnRetrieveParms_Click();
+        (void)on.transfer.btnRetrieveParms_Click(on.table);
         QVERIFY(!on.link.UserAbort);
         QCOMPARE(on.port.commands().size(), std::size_t{154});
         QCOMPARE(on.tables.KB.value(3), valueAt(0x083));
@@ -192,7 +192,7 @@ private slots:
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
         on.pump.atTick(kTicksOfIdentification + 3 * 10 + 1, [&] { on.link.UserAbort = true; });
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 31);
         QCOMPARE(on.port.commands().size(), std::size_t{5 + 11});
         QCOMPARE(on.tables.CFG.value(10), valueAt(0x01B));
@@ -214,7 +214,7 @@ private slots:
             QCOMPARE(on.link.LastResponse, valueAt(0x013));
             on.link.UserAbort = true;
         });
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.tables.CFG.value(2), "95");
         QCOMPARE(on.tables.CFG.value(1), valueAt(0x001));
     }
@@ -225,7 +225,7 @@ private slots:
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
         on.pump.atTick(96, [&] { on.link.UserAbort = true; });
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.pump.ticks(), 96);
         QCOMPARE(on.tables.CFG.value(27), "00");
         QCOMPARE(on.tables.CFG.value(26), valueAt(0x02C));
@@ -236,14 +236,14 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         std::string meanwhile;
         on.pump.atTick(kTicksOfIdentification + 3 + 6 + 3 + 1, [&] {
             meanwhile = on.tables.KB.value(3);
             on.link.UserAbort = true;
         });
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(meanwhile, valueAt(0x083));
         QCOMPARE(on.tables.KB.value(3), "20-03");
         QCOMPARE(on.tables.KB.value(4), "20-2B");
@@ -259,7 +259,7 @@ private slots:
         on.link.UserAbort = true;
         on.port.setScript(reader::Script());
         const Texts before = on.tables.CFG.values();
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.pump.ticks(), 0);
         QCOMPARE(lines(on.port.commands()).back(), QByteArray("/rawxact WPV001"));
         QCOMPARE(on.tables.CFG.values(), before);
@@ -269,10 +269,10 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         on.pump.atTick(kTicksOfIdentification + 3 + 6 + 3 + 1, [&] { on.operations.setClosing(true); });
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 13);
         QCOMPARE(on.tables.KB.value(3), "20-03");
         QCOMPARE(on.tables.KB.value(4), "20-2B");
@@ -287,7 +287,7 @@ private slots:
         on.port.setScript(reader::Script());
         on.pump.atTick(4, [&] { on.operations.setClosing(true); });
         const Texts before = on.tables.CFG.values();
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.pump.ticks(), 4);
         QCOMPARE(linesWith(on.log, {"CheckForUnsavedData", "progress"}), QByteArrayList{});
         QCOMPARE(linesWith(on.port.commands(), {"/rawxact WPV001"}), QByteArrayList{});
@@ -316,13 +316,13 @@ private slots:
         QFETCH(int, row);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = tab;
+        on.chooseTab(tab);
         on.port.setScript(reader::Script());
         PlainTable& table = tab == 0 ? on.tables.CFG : on.tables.KB;
         const Texts before = table.values();
         on.pump.atTick(tick, [&] { on.port.loseConnection(); });
         bool complete = true;
-        QVERIFY(on.operations.run([&] { complete = on.transfer.btnRetrieveParms_Click(); }));
+        QVERIFY(on.operations.run([&] { complete = on.transfer.btnRetrieveParms_Click(on.table); }));
         QVERIFY(!complete);
         QCOMPARE(on.pump.ticks(), tick);
         QVERIFY(on.link.connectionLost);
@@ -342,7 +342,7 @@ private slots:
         on.link.UserAbort = false; // as the next press and the window do
         on.link.connectionLost = false;
         on.port.forgetWritten();
-        QVERIFY(on.operations.run([&] { complete = on.transfer.btnRetrieveParms_Click(); }));
+        QVERIFY(on.operations.run([&] { complete = on.transfer.btnRetrieveParms_Click(on.table); }));
         QVERIFY(complete);
         QCOMPARE(on.port.commands().size(), std::size_t(tab == 0 ? 32 : 154));
     }
@@ -357,7 +357,7 @@ private slots:
         script.other["/rawxact WPV082"] = {{parameterReply("082", "C7"), 4}};
         script.silent = {"/rawxact WPV001"};
         on.port.setScript(script);
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.tables.CFG.value(1), "C7");
         QCOMPARE(on.tables.CFG.value(2), valueAt(0x013));
     }
@@ -371,7 +371,7 @@ private slots:
         script.other["/rawxact WPV014"] = {{"\n", 3}};
         on.port.setScript(script);
         on.boxes.expect(platform::BoxAnswer::Ok, [&] { on.pump.pass(20); });
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.boxes.lastText(), "No data read");
         QCOMPARE(on.tables.CFG.value(2), valueAt(0x013));
         QCOMPARE(on.tables.CFG.value(3), "63");
@@ -391,7 +391,7 @@ private slots:
         script.other["/rawxact WPV014"] = {{"/rawsend WPW014=63 ok\n" + parameterReply("014", "EF")}};
         script.other["/rawxact WPV015"] = {{"/rawxact WPV015 reply 00: 12\r"}};
         on.port.setScript(script);
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.tables.CFG.value(1), "AB");
         QCOMPARE(on.tables.CFG.value(2), "CD");
         QCOMPARE(on.tables.CFG.value(3), "EF");

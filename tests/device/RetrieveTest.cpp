@@ -46,7 +46,7 @@ private slots:
         DeviceLink on;
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
 
         QByteArrayList commands = reader::kIdentification;
         Texts values;
@@ -68,9 +68,9 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
 
         QByteArrayList commands = reader::kIdentification;
         for (int address = 0x080; address <= 0x114; ++address) {
@@ -101,11 +101,11 @@ private slots:
         QFETCH(int, tab);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = tab;
+        on.chooseTab(tab);
         on.port.setScript(reader::Script());
         const PlainTable& other = tab == 0 ? on.tables.KB : on.tables.CFG;
         const Texts before = other.values();
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(other.values(), before);
     }
 
@@ -114,10 +114,10 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.tables.KB.table.NumParms = 2;
         on.port.setScript(reader::Script());
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         const QByteArrayList calls = linesWithout(on.log, {"send", "recv"});
         QCOMPARE(calls.mid(calls.indexOf("HidePleaseWait")), (QByteArrayList{
                                                                  "HidePleaseWait",
@@ -167,7 +167,7 @@ private slots:
             QCOMPARE(on.window.exitCaption, "Abort");
             QCOMPARE(on.tables.CFG.grid.row(), 27);
         });
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.pump.ticks(), 96);
         QCOMPARE(on.window.exitCaption, "Exit");
         QVERIFY(on.window.buttonsEnabled);
@@ -184,7 +184,7 @@ private slots:
         on.pump.atTick(reader::kTicksOfIdentification + 3 * 8 + 1, [&] {
             asked = {on.tables.CFG.value(8), on.tables.CFG.value(9), on.tables.CFG.value(10)};
         });
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(asked, (Texts{valueAt(0x019), " ", "32"}));
     }
 
@@ -192,12 +192,12 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         std::string meanwhile;
         // 080, 081, 082 and 083 have been asked for.
         on.pump.atTick(reader::kTicksOfIdentification + 3 * 4 + 1, [&] { meanwhile = on.tables.KB.value(3); });
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(meanwhile, valueAt(0x083));
         QCOMPARE(on.tables.KB.value(3), pairAt(0x083));
     }
@@ -206,12 +206,12 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.tables.KB.grid.setRow(50);
         on.tables.KB.grid.setTopRow(45);
         int topRow = 0;
         on.pump.atTick(reader::kTicksOfIdentification + 1, [&] { topRow = on.tables.KB.grid.topRow(); });
-        (void)on.transfer.btnRetrieveParms_Click();
+        (void)on.transfer.btnRetrieveParms_Click(on.table);
         QCOMPARE(topRow, 1);
         QCOMPARE(on.tables.KB.grid.row(), 1);
     }
@@ -223,7 +223,7 @@ private slots:
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
         on.tables.CFG.editedRows.clear(); // row 2 is being edited
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(rows(on.tables.CFG.editedRows), rowsFrom(1, 27) + QList<int>{1});
     }
 
@@ -243,7 +243,7 @@ private slots:
             grid.setTopRow(1); // the user's hand
         });
         on.pump.atTick(duringRow20 + 3, [&] { after = grid.topRow(); });
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(before, 17); // rows 17 to 21
         // Row 20: the mark, the value, the mark again and the row itself. Row 21: the old value and the blank.
         QCOMPARE(after, 1 + 4 + 2);
@@ -253,7 +253,7 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         PlainGrid& grid = on.tables.KB.grid;
         grid.rowsInView = 5;
@@ -261,7 +261,7 @@ private slots:
         int after = 0;
         on.pump.atTick(duringRow20, [&] { grid.setTopRow(1); });
         on.pump.atTick(duringRow20 + 6, [&] { after = grid.topRow(); });
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         // Row 20: the first byte, both, the mark. Row 21: the old value and the blank.
         QCOMPARE(after, 1 + 3 + 2);
     }
@@ -274,7 +274,7 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         for (int row = 1; row <= 27; ++row) {
             on.tables.CFG.mark(row);
@@ -282,7 +282,7 @@ private slots:
         on.tables.KB.mark(40);
         on.tables.CFG.grid.setRow(1);
         on.tables.CFG.grid.rowsSet.clear();
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.tables.CFG.changedMarks(), Texts(27, " "));
         QCOMPARE(on.tables.KB.changedMarks(), Texts(75, " "));
         // The Configuration rows became current on the way, and their editor opened.
@@ -300,14 +300,14 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         reader::Script script;
         script.silent = {"/rawxact WPV083"};
         on.port.setScript(script);
         for (const int row : {2, 3, 4}) {
             on.tables.CFG.mark(row);
         }
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.tables.CFG.changed(2), " ");
         QCOMPARE(on.tables.CFG.changed(3), "XXX");
         QCOMPARE(on.tables.CFG.changed(4), "XXX");
@@ -320,7 +320,7 @@ private slots:
         on.port.setScript(reader::Script());
         on.tables.KB.mark(3);
         on.tables.CFG.mark(3);
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.tables.KB.changed(3), "XXX");
         QCOMPARE(on.tables.CFG.changed(3), " ");
         QCOMPARE(on.tables.CFG.tabCaption, "Configuration");
@@ -334,11 +334,11 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         on.tables.KB.address(3).clear();
         on.tables.KB.address(75).clear();
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.port.commands().size(), std::size_t{154 - 4});
         QCOMPARE(linesWith(on.port.commands(), {"/rawxact WPV083", "/rawxact WPV084", "/rawxact WPV113"}),
                  QByteArrayList{});
@@ -355,12 +355,12 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         on.tables.KB.table.NumParms = 3;
         on.tables.KB.address(3) = "0FF";
         on.tables.KB.setValue(3, "12");
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(lines(on.port.commands()).mid(8), (QByteArrayList{"/rawxact WPV0FF", "/rawxact WPV100"}));
         QCOMPARE(on.tables.KB.value(3), pairAt(0x0FF));
     }
@@ -376,7 +376,7 @@ private slots:
             table.table.SetGridItem(row, reader::address(0x200 + row), "00", "");
         }
         table.table.NumParms = 255;
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.port.commands().size(), std::size_t{5 + 255});
         QCOMPARE(table.value(255), valueAt(0x2FF));
     }
@@ -387,7 +387,7 @@ private slots:
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
         on.tables.CFG.table.NumParms = 0;
-        QVERIFY(on.transfer.btnRetrieveParms_Click());
+        QVERIFY(on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(lines(on.port.commands()), reader::kIdentification);
         QCOMPARE(on.window.exitCaption, "Exit");
     }
@@ -407,7 +407,7 @@ private slots:
         QFETCH(QByteArray, question);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = tab;
+        on.chooseTab(tab);
         on.window.mayDiscard = false;
         on.port.setScript(reader::Script());
         PlainTable& table = tab == 0 ? on.tables.CFG : on.tables.KB;
@@ -415,7 +415,7 @@ private slots:
         table.mark(3);
         bool openDuringTheQuestion = false;
         on.window.onCheckForUnsavedData = [&] { openDuringTheQuestion = on.port.PortOpen(); };
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         // The port is open, and identified, when the question comes.
         QVERIFY(openDuringTheQuestion);
         QCOMPARE(lines(on.port.commands()), reader::kIdentification);
@@ -435,27 +435,13 @@ private slots:
         on.port.openError = platform::SystemError{.number = 2, .description = "No such file or directory"};
         on.boxes.expect(platform::BoxAnswer::Ok);
         const Texts before = on.tables.CFG.values();
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QCOMPARE(on.boxes.lastText(), "Could not open COM5, No such file or directory");
         QCOMPARE(linesWith(on.log, {"Exit", "EnableButtons", "CheckForUnsavedData", "progress", "port: output"}),
                  QByteArrayList{});
         QCOMPARE(lines(on.log).back(), "HidePleaseWait");
         QCOMPARE(on.tables.CFG.values(), before);
         QCOMPARE(on.pump.ticks(), 0);
-    }
-
-    void theReadTestTabReadsNothing()
-    {
-        DeviceLink on;
-        on.link.PortNumber = 5;
-        on.window.tab = 2;
-        on.port.setScript(reader::Script());
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
-        QCOMPARE(lines(on.port.commands()), reader::kIdentification);
-        const QByteArrayList calls = lines(on.log);
-        QCOMPARE(
-            calls.mid(calls.indexOf("HidePleaseWait")),
-            (QByteArrayList{"HidePleaseWait", "Exit: Abort", "port: close", "Copyright: ", "Driver: ", "Exit: Exit"}));
     }
 };
 

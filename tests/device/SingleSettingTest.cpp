@@ -15,19 +15,6 @@ using platform::BoxIcon;
 
 namespace {
 
-class LoggedEditors final : public device::SingleSettingWindow
-{
-public:
-    explicit LoggedEditors(CallLog& log)
-        : m_log(log)
-    {}
-    void EditData_CFG() override { m_log.emplace_back("EditData_CFG"); }
-    void EditData_KB() override { m_log.emplace_back("EditData_KB"); }
-
-private:
-    CallLog& m_log;
-};
-
 // The link with a reader that answers everything and whose port is known.
 struct Setting : DeviceLink
 {
@@ -35,6 +22,8 @@ struct Setting : DeviceLink
     {
         link.PortNumber = 5;
         port.setScript(reader::Script());
+        tables.CFG.onEditData = [this] { log.emplace_back("EditData_CFG"); };
+        tables.KB.onEditData = [this] { log.emplace_back("EditData_KB"); };
     }
 
     // All that was sent besides the identification.
@@ -53,8 +42,7 @@ struct Setting : DeviceLink
         return changedRows(tables.CFG, factory.CFG) + changedRows(tables.KB, factory.KB);
     }
 
-    LoggedEditors editors{log};
-    device::SingleSetting setting{link, operations, protocol, connection, tables.tables, editors, loggedBoxes};
+    device::SingleSetting setting{link, operations, protocol, connection, tables.tables, loggedBoxes};
 
 private:
     static QByteArrayList changedRows(const PlainTable& now, const PlainTable& before)
@@ -194,12 +182,12 @@ private slots:
             QVERIFY(on.tables.KB.table.TableChanged);
             QCOMPARE(on.tables.KB.tabCaption, "Keyboard Language *");
         });
-        on.tables.KB.onEditData = [&] { on.log.emplace_back("row current"); };
+        on.chooseTab(1);
         on.setting.update("084", "A1");
-        QCOMPARE(
-            linesWith(on.log, {"port: open", "port: close", "port: output /rawsend", "row current", "EditData", "box"}),
-            QByteArrayList({"port: open", "port: output /rawsend WPW084=A1\\n", "port: close", "row current",
-                            "EditData_KB", "box: Updated Keyboard Language table with 084=A1"}));
+        // The editor comes twice: when the row becomes the current one, still with its old value, and afterwards.
+        QCOMPARE(linesWith(on.log, {"port: open", "port: close", "port: output /rawsend", "EditData", "box"}),
+                 QByteArrayList({"port: open", "port: output /rawsend WPW084=A1\\n", "port: close", "EditData_KB",
+                                 "EditData_KB", "box: Updated Keyboard Language table with 084=A1"}));
         QVERIFY(!on.tables.CFG.table.TableChanged);
     }
 
@@ -208,17 +196,31 @@ private slots:
         Setting on;
         on.boxes.expect(BoxAnswer::Ok);
         on.setting.update("01A", "20");
-        QCOMPARE(linesWith(on.log, {"EditData"}), QByteArrayList{"EditData_CFG"});
+        QCOMPARE(linesWith(on.log, {"EditData"}), (QByteArrayList{"EditData_CFG", "EditData_CFG"}));
         QCOMPARE(on.tables.CFG.tabCaption, "Configuration *");
         QVERIFY(!on.tables.KB.table.TableChanged);
+    }
+
+    // Only one editor has its controls at a time.
+    void theEditorOfTheTableInEffectComesBack()
+    {
+        Setting on;
+        on.boxes.expect(BoxAnswer::Ok);
+        on.setting.update("084", "A1");
+        QCOMPARE(linesWith(on.log, {"EditData"}), (QByteArrayList{"EditData_KB", "EditData_KB", "EditData_CFG"}));
+        on.log.clear();
+        on.tables.session.tableInEffect = std::nullopt; // in the read test no editor does
+        on.boxes.expect(BoxAnswer::Ok);
+        on.setting.update("084", "A2");
+        QCOMPARE(linesWith(on.log, {"EditData"}), QByteArrayList{"EditData_KB"});
     }
 
     // After a whole Keyboard Language table was written its index holds the second addresses alone.
     void theFirstAddressOfAPairIsNotFoundAfterTheTableWasWritten()
     {
         Setting on;
-        on.window.tab = tables::kKeyboardLanguageTab;
-        on.transfer.UpdateDevice();
+        on.chooseTab(1);
+        on.transfer.UpdateDevice(on.table);
         on.port.forgetWritten();
         on.setting.update("083", "A1");
         QCOMPARE(on.sent(), QByteArrayList{"/rawsend WPW083=A1"});

@@ -16,14 +16,15 @@ struct AnsweringLink : DeviceLink
     explicit AnsweringLink(int tab)
     {
         link.PortNumber = 5;
-        window.tab = tab;
+        chooseTab(tab);
         port.setScript(reader::Script());
     }
 
     bool transferUnder(bool retrieves)
     {
         bool complete = false;
-        operations.run([&] { complete = retrieves ? transfer.btnRetrieveParms_Click() : transfer.UpdateDevice(); });
+        operations.run(
+            [&] { complete = retrieves ? transfer.btnRetrieveParms_Click(table) : transfer.UpdateDevice(table); });
         return complete;
     }
 };

@@ -14,10 +14,10 @@ namespace {
 struct SmallView : DeviceLink
 {
     explicit SmallView(int tab)
-        : table(tab == 0 ? tables.CFG : tables.KB)
+        : shown(tab == 0 ? tables.CFG : tables.KB)
     {
         link.PortNumber = 5;
-        window.tab = tab;
+        chooseTab(tab);
         port.setScript(reader::Script());
         for (PlainTable* const each : {&tables.CFG, &tables.KB}) {
             each->grid.rowsInView = 5;
@@ -27,11 +27,12 @@ struct SmallView : DeviceLink
 
     void transferUnder(bool retrieves)
     {
-        operations.run([&] { (void)(retrieves ? transfer.btnRetrieveParms_Click() : transfer.UpdateDevice()); });
+        operations.run(
+            [&] { (void)(retrieves ? transfer.btnRetrieveParms_Click(table) : transfer.UpdateDevice(table)); });
     }
-    [[nodiscard]] bool showsItsRow() const { return table.grid.rowIsWhole(table.grid.row()); }
+    [[nodiscard]] bool showsItsRow() const { return shown.grid.rowIsWhole(shown.grid.row()); }
 
-    PlainTable& table;
+    PlainTable& shown;
 };
 
 } // namespace
@@ -59,15 +60,15 @@ private slots:
         QFETCH(bool, retrieves);
         QFETCH(int, tab);
         SmallView on(tab);
-        on.table.grid.setRow(20);
-        on.table.grid.setTopRow(18);
+        on.shown.grid.setRow(20);
+        on.shown.grid.setTopRow(18);
         int seen = 0;
         QByteArrayList cut;
         for (int tick = kTicksOfIdentification + 1; tick < kTicksOfIdentification + 3 * 75; ++tick) {
             on.pump.atTick(tick, [&] {
                 ++seen;
                 if (!on.showsItsRow()) {
-                    cut << QByteArray::number(on.table.grid.row());
+                    cut << QByteArray::number(on.shown.grid.row());
                 }
             });
         }
@@ -88,12 +89,12 @@ private slots:
         bool wasAway = false;
         bool isBack = false;
         on.pump.atTick(kTicksOfIdentification + 13, [&] {
-            rowBefore = on.table.grid.row();
-            on.table.grid.setTopRow(20);
+            rowBefore = on.shown.grid.row();
+            on.shown.grid.setTopRow(20);
             wasAway = !on.showsItsRow();
         });
         on.pump.atTick(kTicksOfIdentification + 20,
-                       [&] { isBack = on.showsItsRow() && on.table.grid.row() > rowBefore; });
+                       [&] { isBack = on.showsItsRow() && on.shown.grid.row() > rowBefore; });
         on.transferUnder(retrieves);
         QVERIFY(wasAway);
         QVERIFY(isBack);
@@ -119,11 +120,11 @@ private slots:
         QFETCH(int, topRow);
         SmallView on(tab);
         on.pump.atTick(kTicksOfIdentification + 32, [&] {
-            on.table.grid.setTopRow(topRow);
+            on.shown.grid.setTopRow(topRow);
             on.link.UserAbort = true;
         });
         on.transferUnder(retrieves);
-        QTEST(on.table.grid.row(), "row");
+        QTEST(on.shown.grid.row(), "row");
         QVERIFY(on.showsItsRow());
     }
 

@@ -62,7 +62,7 @@ private slots:
         on.port.setScript(reader::Script());
         fillTables(on.tables);
         const Texts before = on.tables.CFG.values();
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QByteArrayList commands = reader::kIdentification;
         for (const int address : reader::configurationAddresses()) {
             if (address != 0x001) {
@@ -81,11 +81,11 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         fillTables(on.tables);
         const Texts before = on.tables.KB.values();
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         const QByteArrayList commands = reader::kIdentification + keyboardWrites(0);
         QCOMPARE(commands.size(), 154);
         QCOMPARE(lines(on.port.commands()), commands);
@@ -103,7 +103,7 @@ private slots:
         on.port.setScript(reader::Script());
         on.tables.CFG.mark(5);
         const Texts marks = on.tables.CFG.changedMarks();
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.port.commands().size(), std::size_t{31});
         QCOMPARE(on.tables.CFG.changedMarks(), marks);
         QVERIFY(on.tables.CFG.table.TableChanged);
@@ -121,7 +121,7 @@ private slots:
         on.tables.CFG.address(3) = "082";
         on.tables.CFG.address(4) = "083";
         on.tables.CFG.setValue(4, "77");
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(lines(on.port.commands()), reader::kIdentification + QByteArrayList{"/rawsend WPW083=77"});
     }
 
@@ -129,10 +129,10 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.tables.KB.table.NumParms = 2;
         on.port.setScript(reader::Script());
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         const QByteArrayList calls = linesWithout(on.log, {"send", "recv"});
         QCOMPARE(calls.first(), QByteArray("EnableButtons false"));
         QCOMPARE(calls.mid(calls.indexOf("HidePleaseWait")), (QByteArrayList{
@@ -169,11 +169,11 @@ private slots:
         QFETCH(int, rows);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = tab;
+        on.chooseTab(tab);
         on.port.setScript(reader::Script());
         PlainTable& table = tab == 0 ? on.tables.CFG : on.tables.KB;
         table.grid.rowsSet.clear();
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(QList<int>(table.grid.rowsSet.begin(), table.grid.rowsSet.end()), rowsFrom(1, rows));
         QCOMPARE(table.grid.row(), rows);
     }
@@ -192,7 +192,7 @@ private slots:
             QCOMPARE(on.window.progress, "1/27");
             QCOMPARE(on.window.exitCaption, "Abort");
         });
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QVERIFY(on.window.buttonsEnabled);
         QCOMPARE(on.window.progress, "27/27");
         QCOMPARE(on.window.exitCaption, "Exit");
@@ -204,9 +204,9 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.tables.KB.address(1), "080");
         for (int row = 2; row <= 75; ++row) {
             QCOMPARE(on.tables.KB.address(row), reader::address(0x082 + 2 * (row - 2)));
@@ -228,13 +228,13 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         fillTables(on.tables);
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         for (const int shift : {1, 2}) {
             on.port.forgetWritten();
-            on.transfer.UpdateDevice();
+            on.transfer.UpdateDevice(on.table);
             const QByteArrayList commands = reader::kIdentification + keyboardWrites(shift);
             QCOMPARE(lines(on.port.commands()), commands);
         }
@@ -247,13 +247,13 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         reader::Script script;
         script.silent = {"/rawxact WPV115"}; // there is no such parameter
         on.port.setScript(script);
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         on.port.forgetWritten();
-        QVERIFY(!on.transfer.btnRetrieveParms_Click());
+        QVERIFY(!on.transfer.btnRetrieveParms_Click(on.table));
         QByteArrayList commands = reader::kIdentification + QByteArrayList{asking(0x080)};
         for (int address = 0x082; address <= 0x115; ++address) {
             commands.append(asking(address));
@@ -268,13 +268,13 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
-        on.transfer.UpdateDevice();
-        on.tables.tables.InitGrids(1);
+        on.transfer.UpdateDevice(on.table);
+        on.tables.tables.InitGrids();
         on.port.forgetWritten();
         fillTables(on.tables);
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(lines(on.port.commands()), reader::kIdentification + keyboardWrites(0));
     }
 
@@ -282,10 +282,10 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         on.pump.atTick(kTicksOfIdentification + 3 + 6 + 1, [&] { on.link.UserAbort = true; });
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.tables.KB.address(2), "082");
         QCOMPARE(on.tables.KB.address(3), "084"); // the row of the abort
         QCOMPARE(on.tables.KB.address(4), "085-086");
@@ -306,11 +306,11 @@ private slots:
         QFETCH(int, commands);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = tab;
+        on.chooseTab(tab);
         on.port.setScript(reader::Script());
         PlainTable& table = tab == 0 ? on.tables.CFG : on.tables.KB;
         table.address(3).clear();
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.port.commands().size(), std::size_t(commands));
         QCOMPARE(linesWith(on.port.commands(), {"/rawsend WPW="}), QByteArrayList{});
         QCOMPARE(table.address(3), "");
@@ -328,7 +328,7 @@ private slots:
             table.table.SetGridItem(row, reader::address(0x200 + row), "5A", "");
         }
         table.table.NumParms = 255;
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.port.commands().size(), std::size_t{5 + 255});
         QCOMPARE(lines(on.port.commands()).back(), QByteArray("/rawsend WPW2FF=5A"));
     }
@@ -341,7 +341,7 @@ private slots:
         on.link.PortNumber = 5;
         on.port.openError = platform::SystemError{.number = 2, .description = "No such file or directory"};
         on.boxes.expect(platform::BoxAnswer::Ok);
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.boxes.lastText(), "Could not open COM5, No such file or directory");
         QCOMPARE(linesWith(on.log, {"Exit", "EnableButtons", "Hide_All", "progress"}),
                  (QByteArrayList{"EnableButtons false", "EnableButtons true"}));
@@ -350,26 +350,13 @@ private slots:
         QCOMPARE(on.port.written(), "");
     }
 
-    void theReadTestTabWritesNothing()
-    {
-        DeviceLink on;
-        on.link.PortNumber = 5;
-        on.window.tab = 2;
-        on.port.setScript(reader::Script());
-        on.transfer.UpdateDevice();
-        QCOMPARE(lines(on.port.commands()), reader::kIdentification);
-        QVERIFY(on.window.buttonsEnabled);
-        QVERIFY(!on.port.PortOpen());
-        QCOMPARE(on.window.exitCaption, "Exit");
-    }
-
     void anAbortInTheMiddle()
     {
         DeviceLink on;
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
         on.pump.atTick(kTicksOfIdentification + 3 * 4 + 2, [&] { on.link.UserAbort = true; });
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 14);
         QCOMPARE(lines(on.port.commands()).mid(5),
                  (QByteArrayList{"/rawsend WPW013=95", "/rawsend WPW014=63", "/rawsend WPW015=40", "/rawsend WPW016=21",
@@ -386,10 +373,10 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = 1;
+        on.chooseTab(1);
         on.port.setScript(reader::Script());
         on.pump.atTick(kTicksOfIdentification + 3 + 6 + 1, [&] { on.link.UserAbort = true; });
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 10);
         QCOMPARE(lines(on.port.commands()).mid(5),
                  (QByteArrayList{"/rawsend WPW080=00", "/rawsend WPW081=00", "/rawsend WPW082=00", "/rawsend WPW083=20",
@@ -401,7 +388,7 @@ private slots:
     {
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.transfer.UpdateDevice(); // nobody answers anything
+        on.transfer.UpdateDevice(on.table); // nobody answers anything
         QCOMPARE(on.port.commands().size(), std::size_t{4 + 26});
         QCOMPARE(on.pump.ticks(), 90);
         QVERIFY(!on.link.UserAbort);
@@ -413,7 +400,7 @@ private slots:
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
         on.pump.atTick(kTicksOfIdentification + 2, [&] { on.operations.setClosing(true); });
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 2);
         QCOMPARE(lines(on.port.commands()).mid(5), (QByteArrayList{"/rawsend WPW013=95"}));
         QVERIFY(!on.port.PortOpen());
@@ -431,10 +418,10 @@ private slots:
         QFETCH(int, tab);
         DeviceLink on;
         on.link.PortNumber = 5;
-        on.window.tab = tab;
+        on.chooseTab(tab);
         on.port.setScript(reader::Script());
         on.pump.atTick(4, [&] { on.operations.setClosing(true); });
-        on.transfer.UpdateDevice();
+        on.transfer.UpdateDevice(on.table);
         QCOMPARE(on.pump.ticks(), 4);
         QCOMPARE(linesWith(on.port.commands(), {"/rawsend"}), QByteArrayList{});
         QCOMPARE(linesWith(on.log, {"Hide_All", "progress 0"}), QByteArrayList{});
@@ -449,7 +436,7 @@ private slots:
         on.link.PortNumber = 5;
         on.port.setScript(reader::Script());
         on.pump.atTick(kTicksOfIdentification + 3 * 2 + 1, [&] { on.port.loseConnection(); });
-        QVERIFY(on.operations.run([&] { on.transfer.UpdateDevice(); }));
+        QVERIFY(on.operations.run([&] { on.transfer.UpdateDevice(on.table); }));
         QCOMPARE(on.pump.ticks(), kTicksOfIdentification + 7);
         QCOMPARE(lines(on.port.commands()).mid(5),
                  (QByteArrayList{"/rawsend WPW013=95", "/rawsend WPW014=63", "/rawsend WPW015=40"}));
@@ -462,7 +449,7 @@ private slots:
         on.link.UserAbort = false; // as the next press and the window do
         on.link.connectionLost = false;
         on.port.forgetWritten();
-        QVERIFY(on.operations.run([&] { on.transfer.UpdateDevice(); }));
+        QVERIFY(on.operations.run([&] { on.transfer.UpdateDevice(on.table); }));
         QCOMPARE(on.port.commands().size(), std::size_t{31});
     }
 };

@@ -199,7 +199,7 @@ std::vector<Told> toldNumbers()
         {"shows 20, and", "20"},
         {"comes after 3 seconds", inSource("scripts/swipe-card", "^seconds=(\\d+)$")},
         {"at most 65,535 characters",
-         inSource("files/TableFileFlows.cpp", "kLongestComment = ([\\d']+);").replace(u'\'', u',')},
+         inSource("files/TableDocument.cpp", "kLongestComment = ([\\d']+);").replace(u'\'', u',')},
         {"a decimal number from 0 to 255", highestDelay()},
         {"hexadecimal number from 00 to FF", hex(std::numeric_limits<std::uint8_t>::max())},
         {"makes the byte 00.",

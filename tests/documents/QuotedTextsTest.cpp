@@ -72,7 +72,7 @@ std::vector<Composed> composedTexts()
         rows("9 of 27 rows"),
         rows("75 of 75 rows"),
         {"KSD Port: COM5", {literal("KSD Port: "), value("COM5")}},
-        {"Lost the connection to COM5", {literal("Lost the connection to COM%1", "Lost the connection to COM5")}},
+        {"Lost the connection to COM5", {literal("Lost the connection to COM"), value("5")}},
         {"Teslin successfully opened (COM port 5 found)",
          {value("Teslin"), literal(" successfully opened (COM port "), value("5"), literal(" found)")}},
         {"Do you want to send this parameter? ( 013=95)",

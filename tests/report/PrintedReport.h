@@ -50,9 +50,10 @@ inline void printFromWindow(const QByteArray& report, platform::Printer& printer
     const report::SummaryServices others = bench.services();
     report::frmSummary window({.printer = printer,
                                .dialogs = others.dialogs,
-                               .placements = others.placements,
                                .windowOrder = others.windowOrder,
                                .saveFile = others.saveFile,
+                               .restorePlacement = others.restorePlacement,
+                               .savePlacement = others.savePlacement,
                                .programFolder = others.programFolder});
     window.open();
     window.showReport(QStringLiteral("Configuration Summary"), report.toStdString());

@@ -21,10 +21,10 @@ namespace summarybench {
 }
 
 // Placements in memory; tells in order what it was asked.
-class Placements final : public report::PlacementStore
+class Placements final
 {
 public:
-    bool restore(QWidget& form) override
+    bool restore(QWidget& form)
     {
         asked += QStringLiteral("restore ") + form.objectName() +
                  (form.isVisible() ? QStringLiteral(" (shown)") : QString());
@@ -35,7 +35,7 @@ public:
         return stored.has_value();
     }
 
-    void save(const QWidget& form) override
+    void save(const QWidget& form)
     {
         asked += QStringLiteral("save ") + form.objectName();
         saved = placementOf(form);
@@ -67,13 +67,14 @@ struct Bench
     {
         return {.printer = printer,
                 .dialogs = dialogs,
-                .placements = placements,
                 .windowOrder = windowOrder,
                 .saveFile =
                     [this](const std::filesystem::path& file, std::string_view bytes) {
                         saved.push_back({file, std::string(bytes)});
                         return canSave;
                     },
+                .restorePlacement = [this](QWidget& form) { return placements.restore(form); },
+                .savePlacement = [this](const QWidget& form) { placements.save(form); },
                 .programFolder = "/the/program"};
     }
 };

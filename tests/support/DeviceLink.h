@@ -1,11 +1,12 @@
 #pragma once
 
-#include "device/TableTransfer.h"
+#include "device/ReaderLink.h"
 #include "tests/support/FakeDriver.h"
 #include "tests/support/FakeEventPump.h"
 #include "tests/support/LoggedMessageBoxes.h"
 #include "tests/support/PlainTables.h"
-#include "tests/support/RecordingPortSettings.h"
+#include "tests/support/RecordingReadTest.h"
+#include "tests/support/RecordingVirtualPort.h"
 #include "tests/support/RecordingWindow.h"
 #include "tests/support/ScriptedSerial.h"
 
@@ -16,6 +17,9 @@ struct DeviceLink
 {
     DeviceLink()
     {
+        typePort({});
+        tables.CFG.onHide = [this] { log.emplace_back("Hide_All"); };
+        tables.CFG.onTitle = [this](std::string_view title) { log.push_back("title: " + shown(title)); };
         pump.setEvents([this] { return port.deliverOne(); });
         pump.setOnTick([this] {
             port.tickPassed();
@@ -27,6 +31,20 @@ struct DeviceLink
         });
     }
 
+    // The table that a transfer is asked for: that of the tab.
+    void chooseTab(int tab)
+    {
+        table = tab == 0 ? tables::TableId::Configuration : tables::TableId::KeyboardLanguage;
+        tables.session.tableInEffect = table;
+    }
+
+    // A port's name that stands in the options before anything else happens.
+    void typePort(std::string_view name)
+    {
+        settings.setPortText(name);
+        log.clear();
+    }
+
     // Opens the port without the program's help, receive events on, and forgets that it happened.
     void openPort()
     {
@@ -35,20 +53,26 @@ struct DeviceLink
         log.clear();
     }
 
+    tables::TableId table = tables::TableId::Configuration;
     CallLog log;
-    device::LinkState link;
-    device::Operations operations;
     ScriptedSerial port{log};
     FakeDriver driver{log};
     FakeEventPump pump;
     RecordingWindow window{log};
-    RecordingPortSettings settings{log};
+    RecordingReadTest readTestPage{log};
     LoggedMessageBoxes loggedBoxes{log};
     TestMessageBoxes& boxes = loggedBoxes.boxes;
     PlainTables tables;
-    device::CommandProtocol protocol{link, operations, port, pump, window, loggedBoxes, tables.tables};
-    device::DriverConnection connection{link, protocol, port, driver, pump, window, settings, loggedBoxes};
-    device::TableTransfer transfer{link, operations, protocol, connection, port, window, window, tables.tables};
+    device::LinkServices services{.MSComm1 = port, .driver = driver, .events = pump, .boxes = loggedBoxes};
+    device::LinkSurfaces surfaces{
+        .display = window, .status = window, .buttons = window, .readTest = readTestPage, .unsaved = window};
+    device::LinkState link;
+    device::Operations operations;
+    device::VirtualPort settings;
+    RecordingVirtualPort dialog{log, settings};
+    device::CommandProtocol protocol{link, operations, services, surfaces, tables.tables};
+    device::DriverConnection connection{link, protocol, services, surfaces, settings};
+    device::TableTransfer transfer{link, operations, protocol, connection, services, surfaces, tables.tables};
 };
 
 } // namespace testsupport

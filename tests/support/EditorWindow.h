@@ -2,7 +2,6 @@
 
 #include "platform/qt/AnsiText.h"
 #include "tables/LiveTable.h"
-#include "tables/TableHost.h"
 #include "tables/TableKind.h"
 #include "tables/ui/ConfigurationEditor.h"
 #include "tables/ui/KeyboardLanguageEditor.h"
@@ -25,47 +24,48 @@
 // A small window with both grids and both editors, wired as the main window wires them, for tests of the editors.
 namespace testsupport {
 
-// A device that writes down what it is asked to do.
+// A device that writes down what it is asked to send.
 class RecordingDevice final : public tables::DeviceSender
 {
 public:
     [[nodiscard]] bool isBusy() const override { return busy; }
-    bool run(const std::function<void()>& work) override
+    bool sendRow_CFG(const std::string& address) override { return operation("row " + address); }
+    void sendSettings(std::span<const std::string> settings, const std::function<void()>& whenSent) override
     {
-        if (busy) {
-            return false;
+        std::string call = "settings";
+        for (const std::string& setting : settings) {
+            call += " " + setting;
         }
-        busy = true;
-        work();
-        busy = false;
-        return true;
+        if (operation(std::move(call)) && !isCutShort) {
+            busy = true;
+            whenSent();
+            busy = false;
+        }
     }
-    [[nodiscard]] bool OpenTheDeviceDriver() override
-    {
-        calls.push_back("open");
-        return opens;
-    }
-    void CloseTheDeviceDriver() override { calls.push_back("close"); }
-    void Send_Cmd(std::string_view cmd) override { send("Send_Cmd " + std::string(cmd)); }
-    void Send_Parameter_CFG(const std::string& address) override { send("Send_Parameter_CFG " + address); }
 
     bool busy = false;
     bool opens = true;
+    bool isCutShort = false;            // the connection is lost on the way
     std::function<void()> whileSending; // what the user does meanwhile
     std::vector<std::string> calls;
 
 private:
-    void send(std::string call)
+    bool operation(std::string call)
     {
-        QVERIFY2(busy, "sent outside a device operation");
+        if (busy) {
+            return false;
+        }
         calls.push_back(std::move(call));
-        if (whileSending) {
+        busy = true;
+        if (opens && whileSending) {
             whileSending();
         }
+        busy = false;
+        return opens;
     }
 };
 
-class EditorWindow : public QWidget, public tables::EditorHost
+class EditorWindow : public QWidget, public tables::StatusLine, public tables::UnsavedChanges
 {
 public:
     enum Page { ConfigurationPage, KeyboardLanguagePage };
@@ -85,7 +85,9 @@ public:
                 &tables::ConfigurationEditor::grdCFG_DblClick);
         connect(grdKB, &tables::ParamGrid::rowDoubleClicked, editor_KB,
                 &tables::KeyboardLanguageEditor::grdKB_DblClick);
-        EditorWindow::Hide_All();
+        QObject::connect(editor_KB, &tables::KeyboardLanguageEditor::emptyDecEntryShown, editor_CFG,
+                         &tables::ConfigurationEditor::showEmptyDecEntry);
+        session.Hide_All();
         KB.InitGrid();
         CFG.InitGrid();
         show();
@@ -170,18 +172,12 @@ public:
     void click(const char* array, int index) { click(option(array, index)); }
     void click(const char* checkBox) { click(control<QAbstractButton>(checkBox)); }
 
-    // EditorHost
-    void Hide_All() override
-    {
-        editor_CFG->hideControls();
-        editor_KB->hideControls();
-    }
     void setStatusText(std::string_view text) override
     {
         panel1 = platform::toQString(text);
         panelTexts.push_back(panel1);
     }
-    void showEmptyDecEntry() override { editor_CFG->showEmptyDecEntry(); }
+    [[nodiscard]] bool CheckForUnsavedData(tables::TableId /*table*/) override { return true; }
 
     QString panel1;
     QStringList panelTexts;
@@ -191,43 +187,19 @@ public:
     tables::EditSession session;
 
 private:
-    class PageHost final : public tables::TableHost
+    class PageDisplay final : public tables::TableDisplay
     {
     public:
-        PageHost(EditorWindow& window, Page page)
-            : m_window(window)
-            , m_page(page)
+        explicit PageDisplay(QString& caption)
+            : m_caption(caption)
         {}
-        [[nodiscard]] bool CheckForUnsavedData() override { return true; }
-        void Hide_All() override { m_window.Hide_All(); }
-        void EditData() override
-        {
-            if (m_page == ConfigurationPage) {
-                m_window.editor_CFG->EditData_CFG();
-            } else {
-                m_window.editor_KB->EditData_KB();
-            }
-        }
+        void setTabCaption(std::string_view caption) override { m_caption = platform::toQString(caption); }
         void forgetCommentsAndFile() override {}
-        void setTabCaption(std::string_view caption) override
-        {
-            m_window.tabCaption[m_page] = platform::toQString(caption);
-        }
-        void setEditTitle(std::string_view title) override
-        {
-            if (m_page == ConfigurationPage) {
-                m_window.editor_CFG->setEditTitle(title);
-            } else {
-                m_window.editor_KB->setEditTitle(title);
-            }
-        }
-        void setStatusText(std::string_view text) override { m_window.setStatusText(text); }
         void beep() override {}
         void processPendingEvents() override {}
 
     private:
-        EditorWindow& m_window;
-        Page m_page;
+        QString& m_caption;
     };
 
     void addPage(QWidget& grid, QWidget& editor, const char* gridName)
@@ -254,15 +226,18 @@ private:
 
     tables::ParamTable m_table_CFG{tables::configurationKind()};
     tables::ParamTable m_table_KB{tables::keyboardLanguageKind()};
-    PageHost m_host_CFG{*this, ConfigurationPage};
-    PageHost m_host_KB{*this, KeyboardLanguagePage};
+    PageDisplay m_display_CFG{tabCaption[ConfigurationPage]};
+    PageDisplay m_display_KB{tabCaption[KeyboardLanguagePage]};
     QStackedWidget m_pages;
 
 public:
     tables::ParamGrid* grdCFG = new tables::ParamGrid(m_table_CFG);
     tables::ParamGrid* grdKB = new tables::ParamGrid(m_table_KB);
-    tables::LiveTable CFG{m_table_CFG, *grdCFG, m_host_CFG, session};
-    tables::LiveTable KB{m_table_KB, *grdKB, m_host_KB, session};
+    tables::LiveTable CFG{
+        m_table_CFG,
+        {.grid = *grdCFG, .display = m_display_CFG, .status = *this, .unsaved = *this, .session = session}};
+    tables::LiveTable KB{
+        m_table_KB, {.grid = *grdKB, .display = m_display_KB, .status = *this, .unsaved = *this, .session = session}};
     tables::ConfigurationEditor* editor_CFG = nullptr;
     tables::KeyboardLanguageEditor* editor_KB = nullptr;
 };

@@ -4,6 +4,8 @@
 #include "platform/qt/PathText.h"
 #include "platform/qt/QtEventPump.h"
 #include "simulator/ReaderModel.h"
+#include "tables/ui/ConfigurationEditor.h"
+#include "tables/ui/KeyboardLanguageEditor.h"
 #include "tests/support/CountingBeep.h"
 #include "tests/support/RecordingWindowOrder.h"
 #include "tests/support/SystemTools.h"
@@ -19,6 +21,7 @@
 #include <QTest>
 #include <QToolButton>
 
+#include <algorithm>
 #include <memory>
 
 namespace testsupport {
@@ -109,6 +112,41 @@ public:
     [[nodiscard]] tables::ParamTable& table_KB() const
     {
         return window->paramTables().KB.table();
+    }
+
+    // The page of a table.
+    [[nodiscard]] app::TablePage& page(tables::TableId table) const
+    {
+        const auto pages = window->findChildren<app::TablePage*>();
+        const auto isOf = [table](app::TablePage* page) { return page->document().id() == table; };
+        return **std::ranges::find_if(pages, isOf);
+    }
+    // A file as if it had just been loaded or saved.
+    void rememberFile(app::Tab tab, const std::filesystem::path& name) const
+    {
+        const tables::TableId table = *app::tableOn(tab);
+        page(table).document().remember(name);
+        const auto* tabs = find<QTabWidget>("SSTab1");
+        find<app::FileNameLabel>("lblFilename")
+            ->showFor(*app::tableOn(tabs->currentIndex()), page(*app::tableOn(tabs->currentIndex())).document().name());
+    }
+    // The tab that everything works on.
+    [[nodiscard]] int tabInEffect() const
+    {
+        const auto table = window->paramTables().session.tableInEffect;
+        return table ? int{app::tabOf(*table)} : int{app::kReadTestTab};
+    }
+    [[nodiscard]] app::LinkPanel& linkPanel() const
+    {
+        return *window->findChild<app::LinkPanel*>();
+    }
+    [[nodiscard]] tables::ConfigurationEditor& editor_CFG() const
+    {
+        return *window->findChild<tables::ConfigurationEditor*>();
+    }
+    [[nodiscard]] tables::KeyboardLanguageEditor& editor_KB() const
+    {
+        return *window->findChild<tables::KeyboardLanguageEditor*>();
     }
 
     int tickMilliseconds = 1; // 0: ticks come from the test

@@ -11,14 +11,18 @@
 namespace testsupport {
 
 // One live table on a plain grid, with as much of a window around it as a transfer needs.
-class PlainTable final : public tables::TableHost
+class PlainTable final : public tables::TableDisplay,
+                         public tables::RowEditor,
+                         public tables::StatusLine,
+                         public tables::UnsavedChanges
 {
 public:
     PlainTable(const tables::TableKind& kind, tables::EditSession& session)
         : table(kind)
         , grid(table)
-        , live(table, grid, *this, session)
+        , live(table, {.grid = grid, .display = *this, .status = *this, .unsaved = *this, .session = session})
     {
+        live.setEditor(*this);
         grid.rowChanged = [this] { live.rowChanged(); };
     }
 
@@ -29,6 +33,8 @@ public:
     std::string tabCaption;
     std::vector<int> editedRows; // on which the editor was opened, in order
     std::function<void()> onEditData;
+    std::function<void()> onHide;
+    std::function<void(std::string_view)> onTitle;
 
     [[nodiscard]] const std::string& changed(int row) const { return table.cell(row, tables::kChangedColumn); }
     [[nodiscard]] const std::string& value(int row) const { return table.cell(row, tables::kValueColumn); }
@@ -42,9 +48,14 @@ public:
     // An edit of the user's: the mark of the row, and what follows from it.
     void mark(int row) { live.PutTableEntry(address(row), "XXX", tables::kChangedColumn); }
 
-    [[nodiscard]] bool CheckForUnsavedData() override { return true; }
-    void Hide_All() override {}
-    void EditData() override
+    [[nodiscard]] bool CheckForUnsavedData(tables::TableId /*table*/) override { return true; }
+    void hideControls() override
+    {
+        if (onHide) {
+            onHide();
+        }
+    }
+    void open() override
     {
         editedRows.push_back(grid.row());
         if (onEditData) {
@@ -53,7 +64,12 @@ public:
     }
     void forgetCommentsAndFile() override {}
     void setTabCaption(std::string_view caption) override { tabCaption = caption; }
-    void setEditTitle(std::string_view) override {}
+    void setEditTitle(std::string_view title) override
+    {
+        if (onTitle) {
+            onTitle(title);
+        }
+    }
     void setStatusText(std::string_view) override {}
     void beep() override {}
     void processPendingEvents() override {}
@@ -74,8 +90,10 @@ struct PlainTables
 {
     PlainTables()
     {
-        tables.InitGrids(tables::kKeyboardLanguageTab);
-        tables.InitGrids(tables::kConfigurationTab);
+        for (const tables::TableId table : {tables::TableId::KeyboardLanguage, tables::TableId::Configuration}) {
+            session.tableInEffect = table;
+            tables.InitGrids();
+        }
     }
 
     tables::EditSession session;

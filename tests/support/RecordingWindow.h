@@ -1,7 +1,9 @@
 #pragma once
 
-#include "device/LinkWindow.h"
-#include "device/TransferWindow.h"
+#include "device/LinkDisplay.h"
+#include "tables/OperationButtons.h"
+#include "tables/StatusLine.h"
+#include "tables/UnsavedChanges.h"
 #include "tests/support/CallLog.h"
 
 #include <functional>
@@ -13,7 +15,10 @@
 namespace testsupport {
 
 // The main window as the device link sees it: everything it is told goes to the log, and it remembers what it shows.
-class RecordingWindow final : public device::LinkWindow, public device::TransferWindow
+class RecordingWindow final : public device::LinkDisplay,
+                              public tables::StatusLine,
+                              public tables::OperationButtons,
+                              public tables::UnsavedChanges
 {
 public:
     explicit RecordingWindow(CallLog& log)
@@ -24,6 +29,7 @@ public:
     std::string statusText;
     std::vector<std::string> statusTexts; // every text that the first status panel has had
     std::string portPanel;
+    std::string keyboardLanguageId; // that was looked up last
     std::map<device::Identification, std::string> captions;
     std::map<device::Identification, bool> visible;
     std::string exitCaption = "Exit";
@@ -34,7 +40,6 @@ public:
     std::string progress; // of the last transfer, as "done/all"
 
     // What the window answers, and what else happens inside a call.
-    int tab = 0;
     bool mayDiscard = true;
     std::function<void()> onCheckForUnsavedData;
     std::function<void()> onGetLanguageName;
@@ -49,15 +54,11 @@ public:
         m_log.push_back("P2: " + shown(text));
         portPanel = text;
     }
-    void setSendLamp(bool lit) override
+    void setLamp(device::Lamp which, bool lit) override
     {
-        m_log.emplace_back(lit ? "send lit" : "send dark");
-        sendLamp = lit;
-    }
-    void setRecvLamp(bool lit) override
-    {
-        m_log.emplace_back(lit ? "recv lit" : "recv dark");
-        recvLamp = lit;
+        const bool isSend = which == device::Lamp::Send;
+        m_log.emplace_back(std::string(isSend ? "send" : "recv") + (lit ? " lit" : " dark"));
+        (isSend ? sendLamp : recvLamp) = lit;
     }
     void setIdentification(device::Identification which, std::string_view caption) override
     {
@@ -68,15 +69,20 @@ public:
             showStatus(caption);
         }
     }
-    void showIdentification(device::Identification which, bool isVisible) override
+    void showIdentification(device::Identification which, device::Shown what) override
     {
+        if (what == device::Shown::ValueAlone) {
+            m_log.push_back("show " + nameOf(which) + " value alone");
+            return;
+        }
+        const bool isVisible = what == device::Shown::WithTitle;
         m_log.push_back((isVisible ? "show " : "hide ") + nameOf(which));
         visible[which] = isVisible;
     }
-    void showDriverName() override { m_log.emplace_back("show Driver value alone"); }
-    void GetLanguageName() override
+    void GetLanguageName(std::string_view KeyboardLanguageId) override
     {
         m_log.emplace_back("GetLanguageName");
+        keyboardLanguageId = KeyboardLanguageId;
         if (onGetLanguageName) {
             onGetLanguageName();
         }
@@ -97,10 +103,16 @@ public:
         buttonsEnabled = enabled;
     }
 
-    [[nodiscard]] int currentTab() const override { return tab; }
-    [[nodiscard]] bool CheckForUnsavedData_CFG() override { return checkForUnsavedData("CheckForUnsavedData_CFG"); }
-    [[nodiscard]] bool CheckForUnsavedData_KB() override { return checkForUnsavedData("CheckForUnsavedData_KB"); }
-    void Hide_All() override { m_log.emplace_back("Hide_All"); }
+    [[nodiscard]] bool CheckForUnsavedData(tables::TableId table) override
+    {
+        m_log.emplace_back(table == tables::TableId::Configuration ? "CheckForUnsavedData_CFG"
+                                                                   : "CheckForUnsavedData_KB");
+        if (onCheckForUnsavedData) {
+            onCheckForUnsavedData();
+        }
+        return mayDiscard;
+    }
+    void enableExitButton() override { m_log.emplace_back("enable Exit"); }
     void setExitCaption(std::string_view caption) override
     {
         m_log.push_back("Exit: " + std::string(caption));
@@ -130,15 +142,6 @@ private:
     {
         statusText = text;
         statusTexts.emplace_back(text);
-    }
-
-    bool checkForUnsavedData(const char* name)
-    {
-        m_log.emplace_back(name);
-        if (onCheckForUnsavedData) {
-            onCheckForUnsavedData();
-        }
-        return mayDiscard;
     }
 
     CallLog& m_log;

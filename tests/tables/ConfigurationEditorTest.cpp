@@ -282,7 +282,7 @@ private slots:
     {
         EditorWindow w;
         w.openCfg(text("022"), text("8D"));
-        w.Hide_All();
+        w.session.Hide_All();
         QCOMPARE(shownControls(w), QStringList());
         QVERIFY(w.label("lblEditTitle_CFG")->isVisible());
         QVERIFY(!w.label("lblEditTitle_KB")->isHidden());

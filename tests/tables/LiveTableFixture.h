@@ -2,7 +2,7 @@
 
 #include "tables/LiveTable.h"
 #include "tests/support/FakeGrid.h"
-#include "tests/support/FakeTableHost.h"
+#include "tests/support/FakeTableSurroundings.h"
 #include "tests/support/TextToString.h"
 #include "text/HexText.h"
 
@@ -19,6 +19,7 @@ struct LiveTableFixture
         : table(kind)
         , grid(table, rowsInView, log)
     {
+        live.setEditor(host);
         grid.rowChanged = [this] { live.rowChanged(); };
         grid.selectionChanged = [this] { live.selectionChanged(); };
         // A field editor leaves the cursor in the address column and the program in editing mode.
@@ -88,6 +89,6 @@ struct LiveTableFixture
     tables::EditSession session;
     tables::ParamTable table;
     testsupport::FakeGrid grid;
-    testsupport::FakeTableHost host{log};
-    tables::LiveTable live{table, grid, host, session};
+    testsupport::FakeTableSurroundings host{log};
+    tables::LiveTable live{table, {.grid = grid, .display = host, .status = host, .unsaved = host, .session = session}};
 };

@@ -246,11 +246,13 @@ private slots:
         LiveTableFixture cfg(configurationKind());
         LiveTableFixture kb(keyboardLanguageKind());
         ParamTables both{cfg.live, kb.live, cfg.session};
-        both.InitGrids(kConfigurationTab);
+        cfg.session.tableInEffect = TableId::Configuration;
+        both.InitGrids();
         QCOMPARE(int{cfg.table.NumParms}, 27);
         QVERIFY(kb.log.empty());
         cfg.forget();
-        both.InitGrids(kKeyboardLanguageTab);
+        cfg.session.tableInEffect = TableId::KeyboardLanguage;
+        both.InitGrids();
         QCOMPARE(int{kb.table.NumParms}, 75);
         QVERIFY(cfg.log.empty());
     }
@@ -265,7 +267,8 @@ private slots:
         const Texts before = cfg.cells();
         cfg.forget();
 
-        both.InitGrids(kReadTestTab);
+        cfg.session.tableInEffect = std::nullopt;
+        both.InitGrids();
         QCOMPARE(int{cfg.session.EditState}, 1);
         QVERIFY(cfg.log.empty());
         QVERIFY(other.log.empty());
@@ -282,8 +285,10 @@ private slots:
         cfg.grid.userMovesTo(12);
         QCOMPARE(cfg.openedRows, (std::vector<int>{2, 12}));
 
-        both.InitGrids(kReadTestTab);
-        both.InitGrids(kConfigurationTab);
+        cfg.session.tableInEffect = std::nullopt;
+        both.InitGrids();
+        cfg.session.tableInEffect = TableId::Configuration;
+        both.InitGrids();
         QCOMPARE(int{cfg.session.EditState}, 3);
     }
 };

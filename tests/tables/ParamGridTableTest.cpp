@@ -1,5 +1,5 @@
 #include "tables/LiveTable.h"
-#include "tests/support/FakeTableHost.h"
+#include "tests/support/FakeTableSurroundings.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 #include "tests/tables/ShownGrid.h"
@@ -19,6 +19,7 @@ struct LiveGrid : ShownGrid
     explicit LiveGrid(int rows, int rowsToSpare = 0)
         : ShownGrid(rows, rowsToSpare)
     {
+        live.setEditor(host);
         session.EditState = EditSession::kEditing;
         QObject::connect(&grid, &ParamGrid::rowCurrentChanged, &grid, [this] { live.rowChanged(); });
         QObject::connect(&grid, &ParamGrid::selectionMoved, &grid, [this] { live.selectionChanged(); });
@@ -33,8 +34,8 @@ struct LiveGrid : ShownGrid
     std::vector<std::string> log;
     std::vector<int> openedRows;
     EditSession session;
-    testsupport::FakeTableHost host{log};
-    LiveTable live{table, grid, host, session};
+    testsupport::FakeTableSurroundings host{log};
+    LiveTable live{table, {.grid = grid, .display = host, .status = host, .unsaved = host, .session = session}};
 };
 
 QString shownText(const ParamGrid& grid, int row, int column)

@@ -63,7 +63,7 @@ private slots:
         doubleClick(w.grdCFG, 2);
         QCOMPARE(w.boxes.shown.size(), 1U);
         compareQuestion(w, 0, "Do you want to send this parameter? ( 013=95)");
-        QCOMPARE(w.device.calls, Calls({"open", "Send_Parameter_CFG 013", "close"}));
+        QCOMPARE(w.device.calls, Calls({"row 013"}));
         QCOMPARE(w.grdCFG->col(), 1);
         QCOMPARE(w.markCfg(text("013")), QString());
     }
@@ -84,7 +84,7 @@ private slots:
         w.device.opens = false;
         w.boxes.expect(BoxAnswer::Yes);
         doubleClick(w.grdCFG, 2);
-        QCOMPARE(w.device.calls, Calls({"open"}));
+        QCOMPARE(w.device.calls, Calls({"row 013"}));
         QCOMPARE(w.grdCFG->col(), 2);
     }
 
@@ -112,7 +112,7 @@ private slots:
         w.boxes.expect(BoxAnswer::Yes);
         doubleClick(w.grdCFG, 6);
         compareQuestion(w, 0, "Do you want to send this parameter? ( 001=85)");
-        QCOMPARE(w.device.calls, Calls({"open", "Send_Parameter_CFG 001", "close"}));
+        QCOMPARE(w.device.calls, Calls({"row 001"}));
     }
 
     void nobodyIsAskedWhileTheDeviceIsBusy()
@@ -150,15 +150,14 @@ private slots:
         EditorWindow w;
         w.boxes.expect(BoxAnswer::Yes, [&w] { w.grdCFG->setRow(9); });
         doubleClick(w.grdCFG, 2);
-        QCOMPARE(w.device.calls, Calls({"open", "Send_Parameter_CFG 013", "close"}));
+        QCOMPARE(w.device.calls, Calls({"row 013"}));
 
         w.showPage(kKb);
         w.device.calls.clear();
         w.boxes.expect(BoxAnswer::Yes, [&w] { w.grdKB->setRow(9); });
         w.boxes.expect(BoxAnswer::Ok);
         doubleClick(w.grdKB, 3);
-        QCOMPARE(w.device.calls,
-                 Calls({"open", "Send_Cmd /rawsend WPW083=20", "Send_Cmd /rawsend WPW084=03", "close"}));
+        QCOMPARE(w.device.calls, Calls({"settings 083=20 084=03"}));
     }
 
     // kb-sent-unconfirmed
@@ -168,16 +167,13 @@ private slots:
         w.openKb(text("083-084"), text("10-1E"));
         w.panelTexts.clear();
         w.boxes.expect(BoxAnswer::Yes);
-        w.boxes.expect(BoxAnswer::Ok, [&w] { w.Hide_All(); });
+        w.boxes.expect(BoxAnswer::Ok, [&w] { w.session.Hide_All(); });
         doubleClick(w.grdKB, 3);
         QCOMPARE(w.boxes.shown.size(), 2U);
         compareQuestion(w, 0, "Do you want to send these parameters? ( 083=10 and 084=1E )");
         compareNotice(w, 1, "Sent parameters: 083=10 and 084=1E");
-        QCOMPARE(w.device.calls,
-                 Calls({"open", "Send_Cmd /rawsend WPW083=10", "Send_Cmd /rawsend WPW084=1E", "close"}));
-        QCOMPARE(w.panelTexts,
-                 QStringList({text("Sent command: /rawsend WPW083=10"), text("Sent command: /rawsend WPW084=1E"),
-                              QString(), text("value in binary is 0001 0000 - 0001 1110")}));
+        QCOMPARE(w.device.calls, Calls({"settings 083=10 084=1E"}));
+        QCOMPARE(w.panelTexts, QStringList({QString(), text("value in binary is 0001 0000 - 0001 1110")}));
         // The editor is opened again.
         QVERIFY(w.control("frmShiftFlagA1_KB")->isVisible());
         QCOMPARE(w.grdKB->col(), 1);
@@ -194,7 +190,7 @@ private slots:
         QCOMPARE(w.boxes.shown.size(), 2U);
         compareQuestion(w, 0, "Do you want to send this parameter? ( 080=F1 )");
         compareNotice(w, 1, "Sent parameter: 080=F1");
-        QCOMPARE(w.device.calls, Calls({"open", "Send_Cmd /rawsend WPW080=F1", "close"}));
+        QCOMPARE(w.device.calls, Calls({"settings 080=F1"}));
     }
 
     void identificationBytesAreSentInTwoCommands()
@@ -204,8 +200,7 @@ private slots:
         w.boxes.expect(BoxAnswer::Yes);
         w.boxes.expect(BoxAnswer::Ok);
         doubleClick(w.grdKB, 2);
-        QCOMPARE(w.device.calls,
-                 Calls({"open", "Send_Cmd /rawsend WPW081=12", "Send_Cmd /rawsend WPW082=34", "close"}));
+        QCOMPARE(w.device.calls, Calls({"settings 081=12 082=34"}));
     }
 
     void noLeavesTheKeyboardEditorAsItWas()
@@ -229,7 +224,7 @@ private slots:
         w.boxes.expect(BoxAnswer::Yes);
         doubleClick(w.grdKB, 3);
         QCOMPARE(w.boxes.shown.size(), 1U);
-        QCOMPARE(w.device.calls, Calls({"open"}));
+        QCOMPARE(w.device.calls, Calls({"settings 083=10 084=1E"}));
         QCOMPARE(w.panel1, text("as it was"));
     }
 

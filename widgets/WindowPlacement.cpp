@@ -1,4 +1,4 @@
-#include "app/settings/WindowPlacement.h"
+#include "widgets/WindowPlacement.h"
 
 #include "platform/qt/AnsiText.h"
 #include "text/HexText.h"
@@ -13,7 +13,7 @@
 #include <string>
 #include <string_view>
 
-namespace app {
+namespace widgets {
 
 namespace {
 
@@ -160,7 +160,7 @@ void SaveWindowPlacement(platform::ProfileStrings& settings, const QWidget& form
     const int state = stateOf(form);
     // pos() and size() are what move() and resize() take, so a window does not creep by its frame at each start.
     const bool isNormal = state == kNormalWindow && !form.isFullScreen();
-    const QRect place = isNormal ? QRect(form.pos(), form.size()) : widgets::NormalPlacement::lastOf(form);
+    const QRect place = isNormal ? QRect(form.pos(), form.size()) : NormalPlacement::lastOf(form);
     const QString placement =
         QStringLiteral("%1,%2,%3,%4").arg(place.x()).arg(place.y()).arg(place.width()).arg(place.height());
     const platform::ProfileStrings::Together together(settings);
@@ -178,7 +178,7 @@ bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form)
     int ignoredState = kNormalWindow; // windows always come back in their normal state
     bool found = false;
     LoadWindowPlacement(settings, form.objectName(), left, top, width, height, ignoredState, found);
-    widgets::NormalPlacement& normalPlacement = widgets::NormalPlacement::of(form);
+    NormalPlacement& normalPlacement = NormalPlacement::of(form);
     if (found) {
         put(form, reachablePlace({left, top, width, height}, frameOf(form), form.minimumSizeHint(), screensFrom(form)));
         normalPlacement.take();
@@ -186,4 +186,4 @@ bool restorePlacement(const platform::ProfileStrings& settings, QWidget& form)
     return found;
 }
 
-} // namespace app
+} // namespace widgets

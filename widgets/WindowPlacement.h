@@ -9,7 +9,7 @@
 #include <QWidget>
 
 // Where windows stood last time, kept in the settings file in a section for each window.
-namespace app {
+namespace widgets {
 
 // Values of "WindowState" in the settings file.
 enum WindowStateNumber : int { kNormalWindow = 0, kMinimisedWindow = 1, kMaximisedWindow = 2 };
@@ -43,4 +43,4 @@ void leaveRoomForFrame(QWidget& form);
 // does not always count the frame.
 void fitOntoScreen(QWidget& form);
 
-} // namespace app
+} // namespace widgets

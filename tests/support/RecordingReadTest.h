@@ -1,6 +1,6 @@
 #pragma once
 
-#include "device/ReadTest.h"
+#include "device/ReadTestDisplay.h"
 #include "tests/support/CallLog.h"
 
 #include <string>
@@ -8,11 +8,11 @@
 
 namespace testsupport {
 
-// The main window as the read test sees it: everything it is told goes to the log, and it remembers what it shows.
-class RecordingReadTestWindow final : public device::ReadTestWindow
+// What shows the read test: everything it is told goes to the log, and it remembers what it shows.
+class RecordingReadTest final : public device::ReadTestDisplay
 {
 public:
-    explicit RecordingReadTestWindow(CallLog& log)
+    explicit RecordingReadTest(CallLog& log)
         : m_log(log)
     {}
 
@@ -29,10 +29,7 @@ public:
         text += more;
     }
     void focusReadTest() override { m_log.emplace_back("focus"); }
-    void Hide_All() override { m_log.emplace_back("Hide_All"); }
     void hideNotesButton() override { m_log.emplace_back("hide btnNotes"); }
-    void setEditTitle_CFG(std::string_view title) override { m_log.push_back("title: " + shown(title)); }
-    void enableExitButton() override { m_log.emplace_back("enable Exit"); }
 
 private:
     CallLog& m_log;

@@ -2,45 +2,29 @@
 
 #include "app/dialogs/dlgSingleField.h"
 #include "app/dialogs/frmOptions.h"
-#include "app/dialogs/frmPleaseWait.h"
+#include "app/startup/Services.h"
 #include "app/startup/frmSplash.h"
-#include "device/SingleSetting.h"
+#include "device/ReaderLink.h"
 
 #include <QPointer>
 
+#include <functional>
 #include <optional>
 
 namespace app {
 
 class frmAbout;
-class frmMain;
-
-// The main window as changing a single setting sees it.
-class SingleSettingSide final : public device::SingleSettingWindow
-{
-public:
-    explicit SingleSettingSide(frmMain& window)
-        : m_window(window)
-    {}
-
-    void EditData_CFG() override;
-    void EditData_KB() override;
-
-private:
-    void reopenShownEditor(int refreshedTab);
-
-    frmMain& m_window;
-};
 
 // The windows that the main window opens, at most one of each, and what they need of it.
-class OpenedWindows final
+class Dialogs final
 {
 public:
-    // The main window outlives this object; its link, tables and services are there already.
-    explicit OpenedWindows(frmMain& window);
+    // saveProgramConfig writes all settings. Everything outlives this object.
+    Dialogs(QWidget& mainWindow, const Services& services, device::ReaderLink& link,
+            std::function<void()> saveProgramConfig);
 
-    OpenedWindows(const OpenedWindows&) = delete;
-    OpenedWindows& operator=(const OpenedWindows&) = delete;
+    Dialogs(const Dialogs&) = delete;
+    Dialogs& operator=(const Dialogs&) = delete;
 
     // Before the first step of the start.
     void showSplash();
@@ -55,8 +39,6 @@ public:
     // Returns when the about box is gone; the program goes on meanwhile. Called again meanwhile, it brings the box to
     // the front and returns at once.
     void showAbout();
-    void showPleaseWait();
-    void hidePleaseWait();
 
     // Greys the buttons that do nothing while the device is in use.
     void setDeviceInUse(bool inUse);
@@ -64,14 +46,13 @@ public:
     void hideAll();
 
 private:
-    frmMain& m_window;
-    SingleSettingSide m_side;
-    device::SingleSetting m_singleSetting;
+    QWidget& m_window;
+    const Services& m_services;
+    device::ReaderLink& m_link;
     frmOptions m_options;
     std::optional<dlgSingleField> m_singleField; // built when it is first opened
-    frmPleaseWait m_pleaseWait;
-    QPointer<frmSplash> m_splash; // until it is closed; the main window's
-    frmAbout* m_about = nullptr;  // while a call of showAbout() waits for it
+    QPointer<frmSplash> m_splash;                // until it is closed; the main window's
+    frmAbout* m_about = nullptr;                 // while a call of showAbout() waits for it
 };
 
 } // namespace app

@@ -1,6 +1,9 @@
 #pragma once
 
-#include "tables/TableHost.h"
+#include "tables/RowEditor.h"
+#include "tables/StatusLine.h"
+#include "tables/TableDisplay.h"
+#include "tables/UnsavedChanges.h"
 
 #include <functional>
 #include <string>
@@ -9,13 +12,16 @@
 
 namespace testsupport {
 
-// The window around a table, as a record of what it was told. Shares its log with the grid, so that a test can compare
-// the order of everything that happened.
-class FakeTableHost final : public tables::TableHost
+// What is around a table, its editor among it, as a record of what it was told. Shares its log with the grid, so that a
+// test can compare the order of everything that happened.
+class FakeTableSurroundings final : public tables::TableDisplay,
+                                    public tables::RowEditor,
+                                    public tables::StatusLine,
+                                    public tables::UnsavedChanges
 {
 public:
-    // The log outlives the host.
-    explicit FakeTableHost(std::vector<std::string>& log)
+    // The log outlives this object.
+    explicit FakeTableSurroundings(std::vector<std::string>& log)
         : m_log(log)
     {}
 
@@ -31,13 +37,13 @@ public:
     std::string editTitle;
     std::string statusText;
 
-    [[nodiscard]] bool CheckForUnsavedData() override
+    [[nodiscard]] bool CheckForUnsavedData(tables::TableId /*table*/) override
     {
         record("CheckForUnsavedData", onCheckForUnsavedData);
         return mayDiscard;
     }
-    void Hide_All() override { record("Hide_All"); }
-    void EditData() override { record("EditData", onEditData); }
+    void hideControls() override { record("Hide_All"); }
+    void open() override { record("EditData", onEditData); }
     void forgetCommentsAndFile() override { record("forgetCommentsAndFile"); }
     void setTabCaption(std::string_view caption) override
     {

@@ -1,9 +1,12 @@
-#include "app/mainwindow/IdentificationStrip.h"
+#include "app/mainwindow/LinkPanel.h"
 
+#include "app/settings/LanguageList.h"
 #include "platform/qt/AnsiText.h"
 #include "widgets/ElidedLabel.h"
 
 #include <QHBoxLayout>
+
+#include <utility>
 
 namespace app {
 
@@ -17,8 +20,12 @@ constexpr QRgb kDarkGreen = 0xFF008000;
 
 } // namespace
 
-IdentificationStrip::IdentificationStrip(QWidget* parent)
+LinkPanel::LinkPanel(StatusPanels& panels, platform::WindowOrder& order, std::filesystem::path programFolder,
+                     QWidget* parent)
     : QWidget(parent)
+    , m_panels(panels)
+    , m_pleaseWait(order, parent)
+    , m_programFolder(std::move(programFolder))
 {
     setObjectName(QStringLiteral("identificationStrip"));
     entry(device::Identification::Driver) = {makeLabel("lblDriverLabel", tr("Driver:")),
@@ -27,7 +34,7 @@ IdentificationStrip::IdentificationStrip(QWidget* parent)
                                                makeLabel("lblFirmwareValue", {})};
     entry(device::Identification::Copyright) = {makeLabel("lblCopyright", tr("Device:")),
                                                 makeLabel("lblCopyRightValue", {})};
-    m_language = makeLabel("lblLanguage", {});
+    m_languageName = makeLabel("lblLanguage", {});
     m_send = new widgets::Lamp(kLightRed, kDarkRed, this);
     m_send->setObjectName(QStringLiteral("shpSend"));
     m_send->setAccessibleName(tr("Sending"));
@@ -46,7 +53,7 @@ IdentificationStrip::IdentificationStrip(QWidget* parent)
         shown.title->hide();
         shown.value->hide();
     }
-    row->addWidget(m_language);
+    row->addWidget(m_languageName);
     row->addStretch(1);
     row->addWidget(new QLabel(tr("Send"), this));
     row->addWidget(m_send);
@@ -55,7 +62,7 @@ IdentificationStrip::IdentificationStrip(QWidget* parent)
     row->addWidget(m_recv);
 }
 
-QLabel* IdentificationStrip::makeLabel(const char* name, const QString& text)
+QLabel* LinkPanel::makeLabel(const char* name, const QString& text)
 {
     auto* label = new widgets::ElidedLabel(Qt::ElideRight, this); // drivers may say a lot
     label->setObjectName(QLatin1String(name));
@@ -66,7 +73,17 @@ QLabel* IdentificationStrip::makeLabel(const char* name, const QString& text)
     return label;
 }
 
-void IdentificationStrip::setCaption(device::Identification which, std::string_view caption)
+void LinkPanel::setPortText(std::string_view text)
+{
+    m_panels.setSecond(platform::toQString(text));
+}
+
+void LinkPanel::setLamp(device::Lamp which, bool lit)
+{
+    (which == device::Lamp::Send ? m_send : m_recv)->setLit(lit);
+}
+
+void LinkPanel::setIdentification(device::Identification which, std::string_view caption)
 {
     QLabel* label = entry(which).value;
     const QString text = platform::toQString(caption);
@@ -75,24 +92,38 @@ void IdentificationStrip::setCaption(device::Identification which, std::string_v
     }
     label->setText(text);
     if (which == device::Identification::Driver) {
-        emit lblDriverName_Change(text);
+        m_panels.setStatusText(caption);
     }
 }
 
-void IdentificationStrip::showValueAndTitle(device::Identification which, bool visible)
+void LinkPanel::showIdentification(device::Identification which, device::Shown shown)
 {
-    entry(which).title->setVisible(visible);
-    entry(which).value->setVisible(visible);
+    if (shown != device::Shown::ValueAlone) {
+        entry(which).title->setVisible(shown == device::Shown::WithTitle);
+    }
+    entry(which).value->setVisible(shown != device::Shown::Nothing);
 }
 
-void IdentificationStrip::showValue(device::Identification which)
+void LinkPanel::GetLanguageName(std::string_view KeyboardLanguageId)
 {
-    entry(which).value->show();
+    if (const auto caption = lookUpLanguage(m_programFolder, KeyboardLanguageId, m_language)) {
+        m_languageName->setText(platform::toQString(*caption));
+    }
 }
 
-void IdentificationStrip::setLanguage(std::string_view caption)
+void LinkPanel::ShowPleaseWait()
 {
-    m_language->setText(platform::toQString(caption));
+    m_pleaseWait.showOver(*window());
+}
+
+void LinkPanel::HidePleaseWait()
+{
+    m_pleaseWait.unload();
+}
+
+void LinkPanel::showProgress(int rowsDone, int rows)
+{
+    m_panels.showProgress(rowsDone, rows);
 }
 
 } // namespace app

@@ -1,4 +1,4 @@
-#include "app/settings/ProgramPlace.h"
+#include "app/settings/ProgramFolders.h"
 
 #include "platform/ProfileStrings.h"
 

@@ -1,6 +1,6 @@
-#include "app/settings/ProgramConfig.h"
+#include "app/settings/StoredSettings.h"
 
-#include "app/settings/WindowPlacement.h"
+#include "widgets/WindowPlacement.h"
 
 namespace app {
 
@@ -24,17 +24,17 @@ std::string read(const platform::ProfileStrings& settings, const Setting& settin
 
 } // namespace
 
-void GetProgramConfig(const platform::ProfileStrings& settings, device::LinkState& link, PortSetup& port)
+void GetProgramConfig(const platform::ProfileStrings& settings, device::LinkState& link, device::VirtualPort& port)
 {
     link.DriverFriendlyName = read(settings, kFriendlyName);
     port.setPortText(read(settings, kVirtualPort));
 }
 
-void SaveProgramConfig(platform::ProfileStrings& settings, const device::LinkState& link, const PortSetup& port,
-                       const QWidget& mainWindow)
+void SaveProgramConfig(platform::ProfileStrings& settings, const device::LinkState& link,
+                       const device::VirtualPort& port, const QWidget& mainWindow)
 {
     const platform::ProfileStrings::Together together(settings);
-    SaveWindowPlacement(settings, mainWindow);
+    widgets::SaveWindowPlacement(settings, mainWindow);
     settings.set(kFriendlyName.section, kFriendlyName.key, link.DriverFriendlyName);
     settings.set(kVirtualPort.section, kVirtualPort.key, port.portText());
 }
