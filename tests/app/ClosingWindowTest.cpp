@@ -1,4 +1,4 @@
-#include "tests/app/ReadTestDesk.h"
+#include "tests/app/ReadTestFixture.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QAction>
@@ -80,7 +80,7 @@ private slots:
     void closingWhileTheReadTestIsEnteredSendsNoModeCommand()
     {
         QFETCH(int, after);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         qsizetype commandsAtClose = 0;
         desk.f.reader.onOutput = [&](int count) {
@@ -108,7 +108,7 @@ private slots:
     void closingWhileTheReadTestIsLeftStillTakesTheReaderOut()
     {
         QFETCH(int, after);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.f.reader.onOutput = [&](int count) {
             if (count == after) {
@@ -134,7 +134,7 @@ private slots:
     void aProgramThatEndsInTheReadTestSendsNothing()
     {
         QFETCH(bool, byExit);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.withTicks([&] { byExit ? desk.f.press("KEY_EXIT") : static_cast<void>(desk.f.window->close()); });
         QVERIFY(!desk.f.window->isVisible());
@@ -145,7 +145,7 @@ private slots:
 
     void aWindowThatStaysOpenEntersTheReadTestAfresh()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         markChanged(desk.f, kKeyboardLanguageTab);
         desk.f.reader.onOutput = [&](int count) {
@@ -239,7 +239,7 @@ private slots:
     // Leaving the read test takes a while.
     void aFileEntryEndsWithTheWindow()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.f.reader.onOutput = [&](int count) {
             if (count == 2) {

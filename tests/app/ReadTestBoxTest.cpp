@@ -1,4 +1,4 @@
-#include "tests/app/ReadTestDesk.h"
+#include "tests/app/ReadTestFixture.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QMenu>
@@ -55,7 +55,7 @@ private slots:
     {
         QFETCH(int, key);
         QFETCH(Qt::KeyboardModifiers, modifiers);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         KeyCounter above;
         desk.box().parentWidget()->installEventFilter(&above);
@@ -70,7 +70,7 @@ private slots:
     // There is nothing to be undone: what the reader typed is a record.
     void nothingIsUndone()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("abc");
         QTRY_COMPARE(desk.typed(), "abc");
@@ -85,7 +85,7 @@ private slots:
 
     void newTextIsScrolledIntoView()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         QScrollBar* const bar = desk.box().verticalScrollBar();
         for (int line = 0; line < 100; ++line) {
@@ -105,7 +105,7 @@ private slots:
     // The user goes elsewhere while the reader is being set: a box that nobody sees does not take the keyboard.
     void aHiddenBoxDoesNotTakeTheKeyboard()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         bool wasHidden = false;
         bool hadFocus = true;

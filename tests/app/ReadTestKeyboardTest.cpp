@@ -1,5 +1,5 @@
 #include "simulator/TypedCard.h"
-#include "tests/app/ReadTestDesk.h"
+#include "tests/app/ReadTestFixture.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QClipboard>
@@ -24,7 +24,7 @@ private slots:
     // The user has clicked another tab while the test was being entered: the keyboard is there.
     void aTestThatIsHiddenMeanwhileTakesTheKeyboardFromNobody()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         QStringList holders;
         desk.f.reader.onOutput = [&](int count) {
@@ -120,7 +120,7 @@ private slots:
         QFETCH(QString, text);
         QFETCH(QString, shown);
         QFETCH(QString, raw);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         QGuiApplication::clipboard()->setText("pasted");
         desk.type("xy");
@@ -145,7 +145,7 @@ private slots:
     void theCaretIsElsewhere()
     {
         QFETCH(bool, selects);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("xy");
         QTRY_COMPARE(desk.typed(), "xy");
@@ -172,7 +172,7 @@ private slots:
 
     void theUserCanDelete()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("xyz");
         desk.press(Qt::Key_Left, {}, {});
@@ -185,7 +185,7 @@ private slots:
     // A dead key and the letter behind it come as one composed text.
     void composedCharacters()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("x");
         const auto compose = [&](const QString& preedit, const QString& commit) {
@@ -206,7 +206,7 @@ private slots:
 
     void autoRepeat()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         QWindow* const handle = desk.f.window->windowHandle();
         qt_handleKeyEvent(handle, QEvent::KeyPress, Qt::Key_A, {}, "a");
@@ -223,7 +223,7 @@ private slots:
     // Keys that mean something to the window, first with the focus elsewhere: there they do act.
     void shortcutsAndMenuLetters()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         QShortcut letter(Qt::Key_Q, desk.f.window.get());
         QShortcut combination(QKeySequence(QStringLiteral("Ctrl+D")), desk.f.window.get());
@@ -256,7 +256,7 @@ private slots:
     // kb-all-keys
     void shortcutsOfTheProgram()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         QVERIFY(desk.enter());
         for (const Qt::Key key : {Qt::Key_F1, Qt::Key_F2, Qt::Key_F5, Qt::Key_F7}) {
@@ -280,7 +280,7 @@ private slots:
     {
         const QString usual = QApplication::style()->name();
         QApplication::setStyle(QStyleFactory::create(u"windows"_s));
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         desk.f.find<QWidget>("grdCFG")->setFocus();
         desk.press(Qt::Key_Alt, {}, {});
@@ -299,7 +299,7 @@ private slots:
     // The system sends it for the menu key.
     void theMenuKey()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         QContextMenuEvent menuKey(QContextMenuEvent::Keyboard, {10, 10}, desk.box().mapToGlobal(QPoint(10, 10)));
         QApplication::sendEvent(&desk.box(), &menuKey);
@@ -310,7 +310,7 @@ private slots:
 
     void aCard()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("%B12^DOE/JO A^9?;12=9?+0;1?\r");
         QTRY_COMPARE(desk.typed(), u"\n\nTrack1: %B12^DOE/JO\u2022A^9?\n\nTrack2: ;12=9?\n\nTrack3: +0;1?\n"_s);
@@ -324,7 +324,7 @@ private slots:
 
     void everySampleCardArrivesWhole()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         for (const simulator::SampleCard& card : simulator::sampleCards()) {
             const QString keys = QString::fromStdString(simulator::typedCard(card, desk.f.model.memory()));
@@ -341,7 +341,7 @@ private slots:
     // The reader's own layout says which keys are sentinels.
     void aCardOnAnotherLayout()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.f.model.memory().store("082", "07")); // 0407, German
         QVERIFY(desk.startInTest());
         desk.type(u"%1_\u00F62_`3_"_s);
@@ -350,7 +350,7 @@ private slots:
 
     void withoutAListOfLayoutsThereAreNoHeadings()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(QFile::remove(desk.f.folder.filePath("Languages.txt")));
         QVERIFY(desk.startInTest());
         desk.type("%1?;2?");
@@ -360,7 +360,7 @@ private slots:
     // All at once, as fast as the program takes them.
     void aBurst()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         const QString keys = burst();
         QCOMPARE(keys.size(), 400);
@@ -377,7 +377,7 @@ private slots:
     // Key by key from the event loop, where the timer and the painting have their turns, too.
     void aStreamOfKeys()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         const QString keys = burst();
         QSignalSpy changes(desk.box().document(), &QTextDocument::contentsChange);
@@ -397,7 +397,7 @@ private slots:
     // What came in one go is laid out in one go: else a line would take the square of its length.
     void aVeryLongLine()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         QSignalSpy changes(desk.box().document(), &QTextDocument::contentsChange);
         const QString keys = burst().repeated(25);
@@ -410,7 +410,7 @@ private slots:
 
     void backspacesInABurst()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("ab");
         QTRY_COMPARE(desk.typed(), "ab");
@@ -426,7 +426,7 @@ private slots:
 
     void theClearButtonLeavesTheKeyboardWhereItIs()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type(";12");
         QTRY_COMPARE(desk.typed(), "\n\nTrack2: ;12");
@@ -442,7 +442,7 @@ private slots:
     // A burst and a click: what was typed before the click goes.
     void clearingWhatIsNotYetShown()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("abc");
         QTest::mouseClick(desk.f.find<QPushButton>("cmdClearReadDisplay"), Qt::LeftButton);

@@ -1,4 +1,4 @@
-#include "tests/app/ReadTestDesk.h"
+#include "tests/app/ReadTestFixture.h"
 #include "tests/support/RunnableTest.h"
 
 #include <QAction>
@@ -26,7 +26,7 @@ class ReadTestWindowTest final : public QObject
     Q_OBJECT
 
 private:
-    static void verifyInTest(const ReadTestDesk& desk)
+    static void verifyInTest(const ReadTestFixture& desk)
     {
         QCOMPARE(desk.f.find<QTabWidget>("SSTab1")->currentIndex(), int{kReadTestTab});
         QTRY_VERIFY(desk.isClear());
@@ -46,7 +46,7 @@ private:
         QVERIFY(!desk.f.find<QWidget>("frmPleaseWait")->isVisible());
     }
 
-    static void verifyOnTable(const ReadTestDesk& desk, int tab)
+    static void verifyOnTable(const ReadTestFixture& desk, int tab)
     {
         QCOMPARE(desk.f.find<QTabWidget>("SSTab1")->currentIndex(), tab);
         QVERIFY(!desk.f.reader.PortOpen());
@@ -59,7 +59,7 @@ private:
 private slots:
     void theTab()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         QCOMPARE(desk.f.textOf("lblReadTest"),
                  "When the Teslin's light turns green, please read your cards.  To exit this mode, click on either the "
@@ -73,7 +73,7 @@ private slots:
 
     void enteringByTab()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         desk.clickTab(kReadTestTab);
         verifyInTest(desk);
@@ -91,7 +91,7 @@ private slots:
     void enteringByCommandLine()
     {
         QFETCH(QByteArray, commandLine);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start(commandLine.constData()));
         verifyInTest(desk);
         QCOMPARE(desk.f.reader.commands, kEntering); // once
@@ -104,7 +104,7 @@ private slots:
 
     void enteringFromTheOtherTable()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         desk.clickTab(kKeyboardLanguageTab);
         QCOMPARE(desk.f.reader.commands, QByteArrayList{});
@@ -116,7 +116,7 @@ private slots:
     // What the window shows while the reader is being set.
     void onTheWay()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         QStringList seen;
         desk.f.reader.onOutput = [&](int count) {
@@ -134,7 +134,7 @@ private slots:
     // What is typed while the reader is being set goes with the text that says so.
     void keysWhileSettling()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         desk.f.reader.onOutput = [&](int count) {
             if (count == 11) {
@@ -160,7 +160,7 @@ private slots:
     // Typed in the last ticks of it, a key is older than the clear display, but its pause is not over.
     void keysAtTheLastMoment()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         bool hasTyped = false;
         // After the last command the port is closed, and two ticks are left.
@@ -188,7 +188,7 @@ private slots:
     void leaving()
     {
         QFETCH(int, tab);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.clickTab(tab);
         QCOMPARE(desk.f.reader.commands, kLeaving);
@@ -218,7 +218,7 @@ private slots:
         QFETCH(QString, entry);
         QFETCH(bool, saves);
         QFETCH(int, tab);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.f.dialogs.expect(saves ? TestFileDialogs::Kind::Save : TestFileDialogs::Kind::Open, {});
         desk.withTicks([&] { desk.f.window->findChild<QAction*>(entry)->trigger(); });
@@ -229,7 +229,7 @@ private slots:
 
     void theTabThatIsShownIsNotEnteredAgain()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.type("a");
         desk.clickTab(kReadTestTab);
@@ -241,7 +241,7 @@ private slots:
     // A click while the reader is being set is carried out afterwards.
     void leavingWhileSettling()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         desk.f.reader.onOutput = [&](int count) {
             if (count == 11) {
@@ -255,7 +255,7 @@ private slots:
 
     void aWayOutAndBackWhileSettling()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         desk.f.reader.onOutput = [&](int count) {
             if (count == 11) {
@@ -271,7 +271,7 @@ private slots:
     // The same the other way round.
     void aWayBackWhileLeaving()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.f.reader.onOutput = [&](int count) {
             if (count == 3) {
@@ -297,7 +297,7 @@ private slots:
     {
         QFETCH(bool, driver);
         QFETCH(QString, text);
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         desk.f.driver.opens = driver;
         desk.f.reader.opens = false;
         QVERIFY(desk.start());
@@ -317,7 +317,7 @@ private slots:
 
     void leavingWhenTheReaderHasGone()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         desk.f.reader.opens = false;
         desk.f.boxes.expect(BoxAnswer::Ok);
@@ -331,7 +331,7 @@ private slots:
     // kb-ends-in-read-test
     void closingInTheTest()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.startInTest());
         bool isClosed = false;
         desk.withTicks([&] { isClosed = desk.f.window->close(); });
@@ -341,7 +341,7 @@ private slots:
 
     void closingWhileSettling()
     {
-        ReadTestDesk desk;
+        ReadTestFixture desk;
         QVERIFY(desk.start());
         desk.f.reader.onOutput = [&](int count) {
             if (count == 10) {

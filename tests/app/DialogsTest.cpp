@@ -85,7 +85,7 @@ struct Program : MainWindowFixture
 
 } // namespace
 
-class OpenedWindowsTest final : public QObject
+class DialogsTest final : public QObject
 {
     Q_OBJECT
 
@@ -570,5 +570,5 @@ private slots:
     }
 };
 
-static const testsupport::RunnableTest<OpenedWindowsTest> kRunnable;
-#include "OpenedWindowsTest.moc"
+static const testsupport::RunnableTest<DialogsTest> kRunnable;
+#include "DialogsTest.moc"

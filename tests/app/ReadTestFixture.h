@@ -16,10 +16,10 @@ namespace testsupport {
 
 // The real main window and a reader that types. Ticks pass only while the program waits for them, and where the test
 // says so: no pause comes between two keys because the machine is slow.
-class ReadTestDesk
+class ReadTestFixture
 {
 public:
-    ReadTestDesk()
+    ReadTestFixture()
     {
         f.tickMilliseconds = 0;
         m_hasLayouts = QFile::copy(testsupport::sourceFile(QStringLiteral("files/Languages.txt")),

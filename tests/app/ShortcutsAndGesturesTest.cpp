@@ -12,7 +12,7 @@
 using namespace testsupport;
 
 // What a hand on the keyboard or the mouse can do to the main window, and what it cannot do by accident.
-class HandsTest final : public QObject
+class ShortcutsAndGesturesTest final : public QObject
 {
     Q_OBJECT
 
@@ -234,5 +234,5 @@ private slots:
     }
 };
 
-static const testsupport::RunnableTest<HandsTest> kRunnable;
-#include "HandsTest.moc"
+static const testsupport::RunnableTest<ShortcutsAndGesturesTest> kRunnable;
+#include "ShortcutsAndGesturesTest.moc"

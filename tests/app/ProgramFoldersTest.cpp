@@ -1,5 +1,5 @@
-#include "app/settings/LanguageList.h"
 #include "app/settings/ProgramFolders.h"
+#include "app/settings/LanguageList.h"
 #include "tests/support/RunnableTest.h"
 #include "tests/support/TextToString.h"
 
@@ -15,7 +15,7 @@
 namespace fs = std::filesystem;
 
 // A program in a folder bin, and what lies around it.
-class ProgramPlaceTest final : public QObject
+class ProgramFoldersTest final : public QObject
 {
     Q_OBJECT
 
@@ -93,5 +93,5 @@ private slots:
     }
 };
 
-static const testsupport::RunnableTest<ProgramPlaceTest> kRunnable;
-#include "ProgramPlaceTest.moc"
+static const testsupport::RunnableTest<ProgramFoldersTest> kRunnable;
+#include "ProgramFoldersTest.moc"
