@@ -16,11 +16,23 @@ struct Decoded
     std::size_t length = 1;         // in bytes
 };
 
+// How many bytes a character has that begins with this one; 0 when none does.
+std::size_t lengthOf(std::uint8_t lead)
+{
+    if (lead < 0x80) {
+        return 1;
+    }
+    if (lead < 0xC2 || lead > 0xF4) {
+        return 0;
+    }
+    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
+}
+
 // The character that a text of UTF-8 begins with.
 Decoded firstOf(std::u8string_view text)
 {
     const auto lead = static_cast<std::uint8_t>(text.front());
-    const std::size_t length = lead < 0x80 ? 1 : lead < 0xC2 ? 0 : lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : lead < 0xF5 ? 4 : 0;
+    const std::size_t length = lengthOf(lead);
     if (length == 0 || length > text.size()) {
         return {};
     }

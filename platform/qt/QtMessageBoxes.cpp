@@ -1,8 +1,8 @@
 #include "platform/qt/QtMessageBoxes.h"
 
+#include "platform/FileNameText.h"
 #include "platform/qt/AnsiText.h"
 #include "platform/qt/FrontWindow.h"
-#include "platform/FileNameText.h"
 #include "platform/qt/PathText.h"
 
 #include <QAbstractButton>
