@@ -163,7 +163,7 @@ private slots:
             if (code == 8 || (code > 0 && passing.contains(static_cast<char>(code)))) {
                 expected = code;
             } else if (code >= 'a' && code <= 'f') {
-                expected = "ABCDEF"[code - 'a'];
+                expected = "ABCDEF"[static_cast<unsigned char>(code) - static_cast<unsigned char>('a')];
             }
             QTest::addRow("%d", code) << code << expected;
         }
