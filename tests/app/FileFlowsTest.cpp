@@ -437,6 +437,7 @@ private slots:
         QVERIFY(drop(written(f, "shop.tlc", kThreeRows)));
         QCOMPARE(f.find<QTabWidget>("SSTab1")->currentIndex(), int{kConfigurationTab});
         QCOMPARE(int{f.table_CFG().NumParms}, 3);
+        QCOMPARE(f.textOf("lblFilename"), namesOf(fileIn(f, "shop.tlc")));
         QVERIFY(!drop(written(f, "picture.png", "x")));
         // With Shift a file manager offers to move the file; it must stay where it is.
         const auto table = fileIn(f, "shop.tlc");
