@@ -38,8 +38,14 @@ private slots:
         QCOMPARE(QByteArray::fromStdString(platform::fileNameText(path)), text);
     }
 
-#ifndef Q_OS_WIN
-    // Windows has no such names.
+#ifdef Q_OS_WIN
+    void halfOfAPairIsAQuestionMark()
+    {
+        QCOMPARE(platform::fileNameText(std::filesystem::path(std::wstring{L'a', wchar_t(0xD83D), L'b'})), "a?b");
+        QCOMPARE(platform::fileNameText(std::filesystem::path(std::wstring{L'a', wchar_t(0xDE00), L'b'})), "a?b");
+        QCOMPARE(platform::fileNameText(std::filesystem::path(std::wstring{L'a', wchar_t(0xD83D)})), "a?");
+    }
+#else
     void bytesThatAreNoTextAreQuestionMarks_data()
     {
         QTest::addColumn<QByteArray>("name");
@@ -52,6 +58,9 @@ private slots:
                                                     "bc")
                                       << QByteArray("a?bc");
         QTest::newRow("too long a form") << QByteArray("\xC0\xAF") << QByteArray("??");
+        QTest::newRow("a star in too long a form") << QByteArray("\xE0\x80\xAA") << QByteArray("???");
+        QTest::newRow("half of a pair") << QByteArray("\xED\xA0\xBD") << QByteArray("???");
+        QTest::newRow("just beyond the last character") << QByteArray("\xF4\x90\x80\x80") << QByteArray("????");
         QTest::newRow("beyond the last character") << QByteArray("\xF5\x80\x80\x80") << QByteArray("????");
     }
     void bytesThatAreNoTextAreQuestionMarks()
