@@ -49,14 +49,15 @@ TablePage::TablePage(const tables::TableKind& kind, const Surroundings& surround
 {
     const Names names = namesOf(kind.id);
     m_grid->setObjectName(QLatin1String(names.grid));
-    platform::setSpoken(*m_grid, QLatin1String(names.spoken),
-                        tr("Select a row to edit its value. A double click offers to send it to the Teslin."));
+    platform::setSpoken(
+        *m_grid, QLatin1String(names.spoken),
+        QStringLiteral("Select a row to edit its value. A double click offers to send it to the Teslin."));
     m_comments->setObjectName(QLatin1String(names.comments));
-    m_comments->setToolTip(tr("Type in any comments you want saved with this configuration"));
+    m_comments->setToolTip(QStringLiteral("Type in any comments you want saved with this configuration"));
     m_comments->setTabChangesFocus(true);
     m_comments->setAcceptDrops(false); // a file dropped on the window is for the window
     m_comments->setFixedHeight(m_comments->fontMetrics().lineSpacing() * kCommentLines + 14);
-    auto* commentsTitle = new QLabel(tr("&Comments"), this);
+    auto* commentsTitle = new QLabel(QStringLiteral("&Comments"), this);
     commentsTitle->setBuddy(m_comments);
 
     m_editColumn = new QVBoxLayout;
@@ -67,10 +68,19 @@ TablePage::TablePage(const tables::TableKind& kind, const Surroundings& surround
     m_row->addWidget(m_grid, 3);
     m_row->addLayout(m_editColumn, 2);
 
-    connect(m_grid, &tables::ParamGrid::rowCurrentChanged, this, [this] { m_live.rowChanged(); });
+    connect(m_grid, &tables::ParamGrid::rowCurrentChanged, this, [this] {
+        m_pane->verticalScrollBar()->setValue(0); // another row's controls begin at their top
+        m_live.rowChanged();
+    });
     connect(m_grid, &tables::ParamGrid::selectionMoved, this, [this] { m_live.selectionChanged(); });
     // The current row may have lost its editor; a click on it raises no other event.
     connect(m_grid, &tables::ParamGrid::pressed, this, [this] { m_live.rowChanged(); });
+}
+
+TablePage::~TablePage()
+{
+    delete m_pane;
+    delete m_grid;
 }
 
 void TablePage::addEditor(tables::DeviceSender& device, platform::MessageBoxes& boxes)
@@ -115,9 +125,6 @@ void TablePage::place(QWidget& editor)
             before = control;
         }
     }
-    // Another row begins at its top.
-    connect(m_grid, &tables::ParamGrid::rowCurrentChanged, m_pane,
-            [this] { m_pane->verticalScrollBar()->setValue(0); });
 }
 
 void TablePage::setTabCaption(std::string_view caption)

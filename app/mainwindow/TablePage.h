@@ -35,6 +35,9 @@ public:
 
     TablePage(const tables::TableKind& kind, const Surroundings& surroundings, QWidget* parent = nullptr);
 
+    // The grid and the editor go while the table that they look at is still here.
+    ~TablePage() override;
+
     // Builds the field editor, which sends rows through the device. To be called once, before anything else is asked of
     // the page; both outlive it.
     void addEditor(tables::DeviceSender& device, platform::MessageBoxes& boxes);
