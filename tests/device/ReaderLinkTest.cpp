@@ -40,7 +40,10 @@ private slots:
     void aRowIsSentBetweenOpeningAndClosing()
     {
         WholeLink w;
+        bool wasBusy = false;
+        w.on.pump.atTick(17, [&] { wasBusy = w.link.isBusy(); });
         QVERIFY(w.link.sendRow_CFG("013"));
+        QVERIFY(wasBusy);
         const QByteArrayList commands = lines(w.on.port.commands());
         QCOMPARE(commands.mid(0, reader::kIdentification.size()), reader::kIdentification);
         QCOMPARE(commands.mid(reader::kIdentification.size()), QByteArrayList{"/rawsend WPW013=95"});
@@ -76,6 +79,7 @@ private slots:
         w.link.sendSettings(w.pair, [&] { told = true; });
         QVERIFY(!told);
         QCOMPARE(w.on.port.written(), "");
+        QCOMPARE(w.on.boxes.shown.size(), 2U);
     }
 
     void nothingIsSentWhileAnotherOperationRuns()
@@ -111,6 +115,8 @@ private slots:
         });
         w.link.sendSettings(w.pair, [&] { told = true; });
         QVERIFY(!told);
+        // The first one had gone out.
+        QVERIFY(lines(w.on.port.commands()).contains("/rawsend WPW083=20"));
         QVERIFY(!w.on.port.PortOpen());
     }
 
