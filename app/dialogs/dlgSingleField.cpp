@@ -43,12 +43,12 @@ dlgSingleField::dlgSingleField(device::SingleSetting& setting, platform::WindowO
     , m_order(order)
     , txtSingleAddress(new widgets::EntryBox(QStringLiteral("txtSingleAddress"), kAddressDigits, this))
     , txtSingleValue(new widgets::EntryBox(QStringLiteral("txtSingleValue"), kValueDigits, this))
-    , btnGetCurrentSingle(new QPushButton(tr("Get current value"), this))
-    , btnUpdateSingleField(new QPushButton(tr("Update the Teslin"), this))
-    , OKButton(new QPushButton(tr("&Done"), this))
+    , btnGetCurrentSingle(new QPushButton(QStringLiteral("Get current value"), this))
+    , btnUpdateSingleField(new QPushButton(QStringLiteral("Update the Teslin"), this))
+    , OKButton(new QPushButton(QStringLiteral("&Done"), this))
 {
     setObjectName(QStringLiteral("dlgSingleField"));
-    setWindowTitle(tr("Change Single Field"));
+    setWindowTitle(QStringLiteral("Change Single Field"));
     setUpBox(*txtSingleAddress);
     setUpBox(*txtSingleValue);
     txtSingleAddress->setKeyFilter([this](int& KeyAscii) { txtSingleAddress_KeyPress(KeyAscii); });
@@ -61,11 +61,11 @@ dlgSingleField::dlgSingleField(device::SingleSetting& setting, platform::WindowO
     connect(btnGetCurrentSingle, &QPushButton::clicked, this, &dlgSingleField::btnGetCurrentSingle_Click);
     connect(btnUpdateSingleField, &QPushButton::clicked, this, &dlgSingleField::btnUpdateSingleField_Click);
     connect(OKButton, &QPushButton::clicked, this, &dlgSingleField::OKButton_Click);
-    platform::setSpoken(*txtSingleAddress, tr("Three hexadecimal digits"));
-    platform::setSpoken(*txtSingleValue, tr("Two hexadecimal digits"));
-    platform::setSpoken(*btnGetCurrentSingle, tr("Reads the value at the address from the Teslin"));
-    platform::setSpoken(*btnUpdateSingleField, tr("Writes the value at the address to the Teslin"));
-    platform::setSpoken(*OKButton, tr("Closes this box"));
+    platform::setSpoken(*txtSingleAddress, QStringLiteral("Three hexadecimal digits"));
+    platform::setSpoken(*txtSingleValue, QStringLiteral("Two hexadecimal digits"));
+    platform::setSpoken(*btnGetCurrentSingle, QStringLiteral("Reads the value at the address from the Teslin"));
+    platform::setSpoken(*btnUpdateSingleField, QStringLiteral("Writes the value at the address to the Teslin"));
+    platform::setSpoken(*OKButton, QStringLiteral("Closes this box"));
     layOut();
 }
 
@@ -92,7 +92,7 @@ void dlgSingleField::layOut()
     auto* lblData = new widgets::PlainLabel(QStringLiteral("lblData"), "Data", this);
     lblAddress->setBuddy(txtSingleAddress);
     lblData->setBuddy(txtSingleValue);
-    auto* frmInstructions = new QGroupBox(tr("Instructions"), this);
+    auto* frmInstructions = new QGroupBox(QStringLiteral("Instructions"), this);
     frmInstructions->setObjectName(QStringLiteral("frmInstructions"));
     auto* lblInstructions = new widgets::PlainLabel(
         QStringLiteral("lblInstructions"),

@@ -76,7 +76,7 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     setObjectName(QStringLiteral("frmAbout"));
     auto* picIcon = new QLabel(this);
     picIcon->setObjectName(QStringLiteral("picIcon"));
-    platform::setSpoken(*picIcon, tr("The Teslin"), {});
+    platform::setSpoken(*picIcon, QStringLiteral("The Teslin"), {});
     showProductPicture(*picIcon, kPictureSize);
 
     auto* lblTitle = makeLabel("lblTitle", {}, this);
@@ -91,16 +91,16 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     texts->addWidget(makeLabel("lblPartNumber", {}, this));
     texts->addStretch();
 
-    auto* cmdOK = new QPushButton(tr("OK"), this);
+    auto* cmdOK = new QPushButton(QStringLiteral("OK"), this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     cmdOK->setDefault(true);
     cmdOK->setFocus();
-    auto* cmdSysInfo = new QPushButton(tr("&System Info..."), this);
+    auto* cmdSysInfo = new QPushButton(QStringLiteral("&System Info..."), this);
     cmdSysInfo->setObjectName(QStringLiteral("cmdSysInfo"));
     connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
     connect(cmdSysInfo, &QPushButton::clicked, this, &frmAbout::cmdSysInfo_Click);
-    platform::setSpoken(*cmdOK, tr("Closes this box"));
-    platform::setSpoken(*cmdSysInfo, tr("Starts the system's own information program"));
+    platform::setSpoken(*cmdOK, QStringLiteral("Closes this box"));
+    platform::setSpoken(*cmdSysInfo, QStringLiteral("Starts the system's own information program"));
     auto* buttons = new QVBoxLayout;
     buttons->setSpacing(kButtonSpacing);
     buttons->addWidget(cmdOK);
@@ -127,7 +127,7 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
 
 void frmAbout::Form_Load()
 {
-    setWindowTitle(tr("About ") + toQString(kProgramTitle));
+    setWindowTitle(QStringLiteral("About ") + toQString(kProgramTitle));
     findChild<widgets::PlainLabel*>(QStringLiteral("lblVersion"))->setAnsiText(versionInAbout(programVersion()));
     findChild<widgets::PlainLabel*>(QStringLiteral("lblTitle"))->setAnsiText(kProgramTitle);
     findChild<widgets::PlainLabel*>(QStringLiteral("lblPartNumber"))->setAnsiText("Part Number: 51208864");

@@ -60,18 +60,18 @@ frmOptions::frmOptions(device::LinkState& link, device::Operations& operations, 
     , tbsOptions(new QTabBar(this))
 {
     setObjectName(QStringLiteral("frmOptions"));
-    setWindowTitle(tr("KSD Driver Setup"));
+    setWindowTitle(QStringLiteral("KSD Driver Setup"));
     setWindowModality(Qt::WindowModal);
     tbsOptions->setObjectName(QStringLiteral("tbsOptions"));
     tbsOptions->setExpanding(false);
-    platform::setSpoken(*tbsOptions, tr("Pages"), tr("There is one page"));
-    tbsOptions->addTab(tr("Enter KSD driver information"));
+    platform::setSpoken(*tbsOptions, QStringLiteral("Pages"), QStringLiteral("There is one page"));
+    tbsOptions->addTab(QStringLiteral("Enter KSD driver information"));
     buildPage();
-    cmdOK = makeButton("cmdOK", tr("OK"), this);
-    cmdCancel = makeButton("cmdCancel", tr("Cancel"), this);
+    cmdOK = makeButton("cmdOK", QStringLiteral("OK"), this);
+    cmdCancel = makeButton("cmdCancel", QStringLiteral("Cancel"), this);
     cmdOK->setDefault(true);
-    platform::setSpoken(*cmdOK, tr("Saves the settings"));
-    platform::setSpoken(*cmdCancel, tr("Leaves the settings file as it is"));
+    platform::setSpoken(*cmdOK, QStringLiteral("Saves the settings"));
+    platform::setSpoken(*cmdCancel, QStringLiteral("Leaves the settings file as it is"));
 
     auto* strip = new QVBoxLayout;
     strip->setSpacing(0);
@@ -105,21 +105,21 @@ void frmOptions::buildPage()
     auto* lblFriendlyName = new widgets::PlainLabel(QStringLiteral("lblFriendlyName"), "Friendly Name:", page);
     txtFriendlyName = makeBox("txtFriendlyName", page);
     // Kept behaviour kb-same-letter: both tests go by the same letter.
-    btnTestName = makeButton("btnTestName", tr("&Test"), page);
+    btnTestName = makeButton("btnTestName", QStringLiteral("&Test"), page);
     auto* lblComPort = new widgets::PlainLabel(QStringLiteral("lblComPort"), "Virtual Port:", page);
     txtComPort = makeBox("txtComPort", page);
-    btnTestPort = makeButton("btnTestPort", tr("&Test"), page);
+    btnTestPort = makeButton("btnTestPort", QStringLiteral("&Test"), page);
     sclComPort = new QScrollBar(Qt::Horizontal, page);
     sclComPort->setObjectName(QStringLiteral("sclComPort"));
-    platform::setSpoken(*sclComPort, tr("Virtual Port number"), tr("Chooses the port to test"));
+    platform::setSpoken(*sclComPort, QStringLiteral("Virtual Port number"), QStringLiteral("Chooses the port to test"));
     sclComPort->setRange(device::VirtualPort::kLowest, device::VirtualPort::kHighest);
     sclComPort->setSingleStep(1);
     sclComPort->setInvertedControls(false); // or the right arrow would count down
     sclComPort->setFocusPolicy(Qt::StrongFocus);
-    platform::setSpoken(*txtFriendlyName, tr("The name of the driver's device object"));
-    platform::setSpoken(*btnTestName, tr("Asks the driver of this name for its port"));
-    platform::setSpoken(*txtComPort, tr("The driver's virtual COM port"));
-    platform::setSpoken(*btnTestPort, tr("Opens the chosen port"));
+    platform::setSpoken(*txtFriendlyName, QStringLiteral("The name of the driver's device object"));
+    platform::setSpoken(*btnTestName, QStringLiteral("Asks the driver of this name for its port"));
+    platform::setSpoken(*txtComPort, QStringLiteral("The driver's virtual COM port"));
+    platform::setSpoken(*btnTestPort, QStringLiteral("Opens the chosen port"));
     lblFriendlyName->setBuddy(txtFriendlyName);
     lblComPort->setBuddy(txtComPort);
 
@@ -301,7 +301,7 @@ void frmOptions::runTest(QPushButton& button, const std::function<void()>& test)
             button.setEnabled(enabled);
         };
         enable(false);
-        button.setText(tr("testing"));
+        button.setText(QStringLiteral("testing"));
         test();
         enable(true);
         button.setText(caption);

@@ -20,7 +20,7 @@ frmPleaseWait::frmPleaseWait(platform::WindowOrder& order, QWidget* parent)
     setFocusPolicy(Qt::NoFocus);
     setFrameStyle(QFrame::Panel | QFrame::Raised);
     setLineWidth(2);
-    auto* label = new QLabel(tr("Please Wait..."), this);
+    auto* label = new QLabel(QStringLiteral("Please Wait..."), this);
     label->setObjectName(QStringLiteral("Label1"));
     label->setAlignment(Qt::AlignCenter);
     QFont font = label->font();

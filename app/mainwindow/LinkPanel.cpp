@@ -28,21 +28,21 @@ LinkPanel::LinkPanel(StatusPanels& panels, platform::WindowOrder& order, std::fi
     , m_programFolder(std::move(programFolder))
 {
     setObjectName(QStringLiteral("identificationStrip"));
-    entry(device::Identification::Driver) = {makeLabel("lblDriverLabel", tr("Driver:")),
+    entry(device::Identification::Driver) = {makeLabel("lblDriverLabel", QStringLiteral("Driver:")),
                                              makeLabel("lblDriverName", {})};
-    entry(device::Identification::Firmware) = {makeLabel("lblFirmware", tr("Firmware:")),
+    entry(device::Identification::Firmware) = {makeLabel("lblFirmware", QStringLiteral("Firmware:")),
                                                makeLabel("lblFirmwareValue", {})};
-    entry(device::Identification::Copyright) = {makeLabel("lblCopyright", tr("Device:")),
+    entry(device::Identification::Copyright) = {makeLabel("lblCopyright", QStringLiteral("Device:")),
                                                 makeLabel("lblCopyRightValue", {})};
     m_languageName = makeLabel("lblLanguage", {});
     m_send = new widgets::Lamp(kLightRed, kDarkRed, this);
     m_send->setObjectName(QStringLiteral("shpSend"));
-    m_send->setAccessibleName(tr("Sending"));
-    m_send->setToolTip(tr("Lit while a command is sent"));
+    m_send->setAccessibleName(QStringLiteral("Sending"));
+    m_send->setToolTip(QStringLiteral("Lit while a command is sent"));
     m_recv = new widgets::Lamp(kLightGreen, kDarkGreen, this);
     m_recv->setObjectName(QStringLiteral("shpRecv"));
-    m_recv->setAccessibleName(tr("Receiving"));
-    m_recv->setToolTip(tr("Lit when the Teslin answers"));
+    m_recv->setAccessibleName(QStringLiteral("Receiving"));
+    m_recv->setToolTip(QStringLiteral("Lit when the Teslin answers"));
 
     auto* row = new QHBoxLayout(this);
     row->setContentsMargins(0, 2, 0, 2);
@@ -55,10 +55,10 @@ LinkPanel::LinkPanel(StatusPanels& panels, platform::WindowOrder& order, std::fi
     }
     row->addWidget(m_languageName);
     row->addStretch(1);
-    row->addWidget(new QLabel(tr("Send"), this));
+    row->addWidget(new QLabel(QStringLiteral("Send"), this));
     row->addWidget(m_send);
     row->addSpacing(8);
-    row->addWidget(new QLabel(tr("Receive"), this));
+    row->addWidget(new QLabel(QStringLiteral("Receive"), this));
     row->addWidget(m_recv);
 }
 

@@ -1,7 +1,4 @@
 #include "app/mainwindow/MainMenu.h"
-
-#include <QCoreApplication>
-
 namespace app {
 
 namespace {
@@ -30,7 +27,7 @@ void addSeparator(QMenu* menu, const char* name)
 
 MainMenu::MainMenu(QMenuBar& bar)
 {
-    bar.setAccessibleName(QCoreApplication::translate("MainMenu", "Menu bar"));
+    bar.setAccessibleName(QStringLiteral("Menu bar"));
     QMenu* file = addMenu(bar, "mnuFile", "&File");
     mnuOpen_CFG = addItem(file, "mnuOpen_CFG", "&Load Teslin Config File", "Ctrl+O");
     mnuSave_CFG = addItem(file, "mnuSave_CFG", "&Save  Teslin Config File", "Ctrl+S");
@@ -52,10 +49,15 @@ MainMenu::MainMenu(QMenuBar& bar)
     mnuAbout = addItem(help, "mnuAbout", "&About Teslin Configure");
 }
 
+std::vector<QAction*> MainMenu::pausedEntries() const
+{
+    return {mnuOpen_CFG,  mnuSave_CFG, mnuSaveAs_CFG, mnuOpen_KB, mnuSave_KB,
+            mnuSaveAs_KB, mnuOptions,  mnuEditSingle, mnuRead,    mnuAbout};
+}
+
 void MainMenu::enableEntries(bool enabled) const
 {
-    for (QAction* entry : {mnuOpen_CFG, mnuSave_CFG, mnuSaveAs_CFG, mnuOpen_KB, mnuSave_KB, mnuSaveAs_KB, mnuOptions,
-                           mnuEditSingle, mnuRead, mnuAbout}) {
+    for (QAction* const entry : pausedEntries()) {
         entry->setEnabled(enabled);
     }
 }

@@ -3,6 +3,8 @@
 #include <QAction>
 #include <QMenuBar>
 
+#include <vector>
+
 namespace app {
 
 // The menu bar. Every entry is an action under its own name; who acts on it is the main window's business.
@@ -11,7 +13,8 @@ struct MainMenu
     // Fills the menu bar, which owns the entries.
     explicit MainMenu(QMenuBar& bar);
 
-    // All but Exit, which also ends what is running.
+    // All entries but Exit, which also ends what is running: the others are grey while the device is in use.
+    [[nodiscard]] std::vector<QAction*> pausedEntries() const;
     void enableEntries(bool enabled) const;
 
     QAction* mnuOpen_CFG = nullptr;

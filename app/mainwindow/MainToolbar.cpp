@@ -43,7 +43,7 @@ MainToolbar::MainToolbar(QWidget* parent)
     : QToolBar(parent)
 {
     setObjectName(QStringLiteral("Toolbar1"));
-    setWindowTitle(tr("Toolbar"));
+    setWindowTitle(QStringLiteral("Toolbar"));
     setMovable(false);
     setFloatable(false);
     setContextMenuPolicy(Qt::PreventContextMenu); // its menu would offer to hide the toolbar
@@ -64,7 +64,7 @@ MainToolbar::MainToolbar(QWidget* parent)
     }
     m_picture = new QLabel(this);
     m_picture->setObjectName(QStringLiteral("imgProduct"));
-    m_picture->setAccessibleName(tr("The Teslin"));
+    m_picture->setAccessibleName(QStringLiteral("The Teslin"));
     showProductPicture(*m_picture, kPictureSize);
     setMinimumWidth(sizeHint().width()); // a button that does not fit would hide in a menu of its own
 }

@@ -79,10 +79,8 @@ void MainWindowControls::connectPages()
     }
     // How far the last transfer came is told until the user goes on to something else, and these do nothing while the
     // next one runs. Here, so that it comes before what the entries do.
-    for (QAction* const entry : window.menuBar()->findChildren<QAction*>()) {
-        if (entry != menu.mnuExit) {
-            QObject::connect(entry, &QAction::triggered, &window, [this] { StatusBar1.hideProgress(); });
-        }
+    for (QAction* const entry : menu.pausedEntries()) {
+        QObject::connect(entry, &QAction::triggered, &window, [this] { StatusBar1.hideProgress(); });
     }
     QObject::connect(btnNotes, &QPushButton::clicked, &window, [this] { StatusBar1.hideProgress(); });
     QObject::connect(page_KB, &TablePage::emptyDecEntryShown, page_CFG, &TablePage::showEmptyDecEntry);

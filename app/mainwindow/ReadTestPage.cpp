@@ -49,7 +49,8 @@ ReadTestBox::ReadTestBox(QWidget* parent)
     : QPlainTextEdit(parent)
 {
     setObjectName(QStringLiteral("txtReadTest"));
-    platform::setSpoken(*this, tr("What the reader types"), tr("Swipe a card; every key goes into this box"));
+    platform::setSpoken(*this, QStringLiteral("What the reader types"),
+                        QStringLiteral("Swipe a card; every key goes into this box"));
     setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     setTabChangesFocus(false);
     setUndoRedoEnabled(false);
@@ -172,10 +173,10 @@ ReadTestPage::ReadTestPage(QWidget* parent)
     instruction->setTextFormat(Qt::PlainText);
     instruction->setWordWrap(true);
     m_box = new ReadTestBox(this);
-    auto* clear = new QPushButton(tr("Clear"), this);
+    auto* clear = new QPushButton(QStringLiteral("Clear"), this);
     clear->setObjectName(QStringLiteral("cmdClearReadDisplay"));
     clear->setAutoDefault(false);
-    platform::setSpoken(*clear, tr("Empties the box"));
+    platform::setSpoken(*clear, QStringLiteral("Empties the box"));
     // Clicking it must not take the keyboard from the box.
     clear->setFocusPolicy(Qt::NoFocus);
     connect(clear, &QPushButton::clicked, this, &ReadTestPage::cmdClearReadDisplay_Click);

@@ -2,8 +2,6 @@
 
 #include "platform/qt/AnsiText.h"
 
-#include <QCoreApplication>
-
 namespace app {
 
 namespace {
@@ -12,7 +10,7 @@ constexpr int kAboveText = 3; // and below it, the panel's frame included
 
 QString words(const char* text)
 {
-    return QCoreApplication::translate("StatusPanels", text);
+    return QLatin1String(text);
 }
 
 } // namespace

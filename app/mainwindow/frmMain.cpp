@@ -58,7 +58,7 @@ frmMain::frmMain(const Services& services)
 
 frmMain::~frmMain()
 {
-    // The pages go while the link that they report to is still here.
+    // The pages go while the link and the session that they report to are still here.
     Timer1.stop();
     m_link.operations().setBefore({});
     m_link.operations().setAfterwards({});
@@ -329,10 +329,10 @@ bool frmMain::Form_QueryUnload()
 void frmMain::Form_Unload()
 {
     const platform::ProfileStrings::Together together(m_services.settings); // the summary writes its placement, too
+    m_tabs.stop();
     SaveProgramConfig(m_services.settings, m_link.state(), m_link.virtualPort(), *this);
     m_link.beginClosing();
     m_link.connection().CloseTheDeviceDriver();
-    m_tabs.stop();
     m_dialogs.hideAll();
     m_controls.linkPanel->HidePleaseWait();
     m_summary.close();

@@ -22,9 +22,9 @@ void SummaryPresenter::show(Summary summary, const TableAccess& table, const Sum
 {
     window().open();
     if (summary == Summary::Configuration) {
-        window().showReport(frmSummary::tr("Configuration Summary"), summary_CFG(table, facts));
+        window().showReport(QStringLiteral("Configuration Summary"), summary_CFG(table, facts));
     } else {
-        window().showReport(frmSummary::tr("Keyboard Language Summary"), summary_KB(table, facts));
+        window().showReport(QStringLiteral("Keyboard Language Summary"), summary_KB(table, facts));
     }
     if (!m_isWaiting) {
         waitUntilClosed();

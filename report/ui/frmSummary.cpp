@@ -49,7 +49,7 @@ frmSummary::frmSummary(SummaryServices services, QWidget* parent)
     , m_services(std::move(services))
 {
     setObjectName(QStringLiteral("frmSummary"));
-    setWindowTitle(tr("Configuration Summary"));
+    setWindowTitle(QStringLiteral("Configuration Summary"));
     setAttribute(Qt::WA_QuitOnClose, false);
     buildWindow();
     connect(btnPrint, &QPushButton::clicked, this, &frmSummary::btnPrint_Click);
@@ -61,15 +61,15 @@ void frmSummary::buildWindow()
 {
     txtSummary = new SummaryBox(this);
     txtSummary->setObjectName(QStringLiteral("txtSummary"));
-    btnPrint = makeButton("btnPrint", tr("&Print Summary"), this);
-    btnSave = makeButton("btnSave", tr("&Save  Summary to file"), this);
-    btnDone = makeButton("btnDone", tr("&Done"), this);
+    btnPrint = makeButton("btnPrint", QStringLiteral("&Print Summary"), this);
+    btnSave = makeButton("btnSave", QStringLiteral("&Save  Summary to file"), this);
+    btnDone = makeButton("btnDone", QStringLiteral("&Done"), this);
 
-    platform::setSpoken(*txtSummary, tr("Summary"),
-                        tr("The report; what is changed here is printed and saved as it is"));
-    platform::setSpoken(*btnPrint, tr("Prints the text above"));
-    platform::setSpoken(*btnSave, tr("Writes the text above to a file"));
-    platform::setSpoken(*btnDone, tr("Closes the summary"));
+    platform::setSpoken(*txtSummary, QStringLiteral("Summary"),
+                        QStringLiteral("The report; what is changed here is printed and saved as it is"));
+    platform::setSpoken(*btnPrint, QStringLiteral("Prints the text above"));
+    platform::setSpoken(*btnSave, QStringLiteral("Writes the text above to a file"));
+    platform::setSpoken(*btnDone, QStringLiteral("Closes the summary"));
 
     auto* ReSize1 = new QGridLayout(this);
     ReSize1->setObjectName(QStringLiteral("ReSize1"));

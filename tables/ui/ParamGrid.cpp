@@ -64,7 +64,8 @@ ParamGrid::ParamGrid(ParamTable& table, QWidget* parent)
     horizontalHeader()->setStretchLastSection(true);
     const QFontMetrics fixed(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     const auto widthOf = [&](const char* text) { return fixed.horizontalAdvance(QLatin1String(text)); };
-    setColumnWidth(kChangedColumn, std::max(widthOf("XXX__"), fontMetrics().horizontalAdvance(tr("Changed")) + 20));
+    setColumnWidth(kChangedColumn,
+                   std::max(widthOf("XXX__"), fontMetrics().horizontalAdvance(QStringLiteral("Changed")) + 20));
     setColumnWidth(kAddressColumn, widthOf("081-082__"));
     setColumnWidth(kValueColumn, widthOf("20-03__"));
 
