@@ -7,7 +7,7 @@
 
 namespace device {
 
-// The state of the link to the reader, owned by the main window and shared by everything that talks to the reader.
+// The state of the link to the reader, owned by ReaderLink and shared by everything that talks to the reader.
 struct LinkState
 {
     ReplyPeriod period;

@@ -79,6 +79,20 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     platform::setSpoken(*picIcon, QStringLiteral("The Teslin"), {});
     showProductPicture(*picIcon, kPictureSize);
 
+    auto* grid = new QGridLayout(this);
+    grid->setContentsMargins(18, 18, 18, 18);
+    grid->setHorizontalSpacing(18);
+    grid->setVerticalSpacing(12);
+    grid->addWidget(picIcon, 0, 0, Qt::AlignTop);
+    grid->addLayout(makeTitle(), 0, 1, 1, 2);
+    grid->addWidget(makeLine(this), 1, 0, 1, 3);
+    grid->addLayout(makeNotices(), 2, 0, 1, 2);
+    grid->addLayout(makeButtons(), 2, 2);
+    grid->setColumnStretch(1, 1);
+}
+
+QLayout* frmAbout::makeTitle()
+{
     auto* lblTitle = makeLabel("lblTitle", {}, this);
     QFont large = lblTitle->font();
     large.setPointSizeF(large.pointSizeF() * 1.6);
@@ -90,7 +104,11 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     texts->addWidget(makeLabel("lblVersion", {}, this));
     texts->addWidget(makeLabel("lblPartNumber", {}, this));
     texts->addStretch();
+    return texts;
+}
 
+QLayout* frmAbout::makeButtons()
+{
     auto* cmdOK = new QPushButton(QStringLiteral("OK"), this);
     cmdOK->setObjectName(QStringLiteral("cmdOK"));
     cmdOK->setDefault(true);
@@ -105,24 +123,18 @@ frmAbout::frmAbout(const platform::Registry& registry, platform::StartProgram& p
     buttons->setSpacing(kButtonSpacing);
     buttons->addWidget(cmdOK);
     buttons->addWidget(cmdSysInfo);
+    return buttons;
+}
 
+QLayout* frmAbout::makeNotices()
+{
     auto* notices = new QVBoxLayout;
     notices->setSpacing(kLineSpacing);
     notices->addWidget(makeLabel("Label1", kLegalNotice, this));
     notices->addWidget(makeLabel("lblDisclaimer", "All rights reserved", this));
     notices->addWidget(makeLabel("SysInfo", platform::toAnsi(systemInformation()), this));
     notices->addStretch();
-
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(18, 18, 18, 18);
-    grid->setHorizontalSpacing(18);
-    grid->setVerticalSpacing(12);
-    grid->addWidget(picIcon, 0, 0, Qt::AlignTop);
-    grid->addLayout(texts, 0, 1, 1, 2);
-    grid->addWidget(makeLine(this), 1, 0, 1, 3);
-    grid->addLayout(notices, 2, 0, 1, 2);
-    grid->addLayout(buttons, 2, 2);
-    grid->setColumnStretch(1, 1);
+    return notices;
 }
 
 void frmAbout::Form_Load()

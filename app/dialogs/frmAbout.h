@@ -51,6 +51,10 @@ protected:
     void hideEvent(QHideEvent* event) override;
 
 private:
+    [[nodiscard]] QLayout* makeTitle();
+    [[nodiscard]] QLayout* makeButtons();
+    [[nodiscard]] QLayout* makeNotices();
+
     [[nodiscard]] bool startedSysInfo();
 
     const platform::Registry& m_registry;

@@ -25,6 +25,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <span>
 
 // Composes the program: the system's services, the main window, the event loop.
@@ -35,6 +36,83 @@ namespace {
 std::string commandLine()
 {
     return platform::toAnsi(QApplication::arguments().mid(1).join(QLatin1Char(' ')).trimmed());
+}
+
+// The services of the system, as the program uses them.
+class SystemServices final
+{
+public:
+    SystemServices()
+        : m_serial(m_dosNames)
+        , m_driver(platform::makeDeviceObject(m_dosNames))
+        , m_registry(platform::makeRegistry())
+        , m_programs(platform::makeStartProgram())
+        , m_program(platform::toPath(QApplication::applicationFilePath()))
+        , m_configFolder(platform::toPath(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation)))
+        , m_settings(app::GetIniFileName(m_program, m_configFolder), platform::settingsFileBeside(m_program),
+                     app::settingsRefuge(m_program, m_configFolder))
+    {}
+
+    [[nodiscard]] app::Services handedOut()
+    {
+        return {.MSComm1 = m_serial,
+                .driver = *m_driver,
+                .boxes = m_boxes,
+                .fileDialogs = m_fileDialogs,
+                .printer = m_printer,
+                .clock = m_clock,
+                .beep = m_beep,
+                .events = m_events,
+                .settings = m_settings,
+                .dosNames = m_dosNames,
+                .registry = *m_registry,
+                .programs = *m_programs,
+                .windowOrder = m_windowOrder,
+                .programFolder = m_program.parent_path(),
+                .commandLine = commandLine(),
+                .tickMilliseconds = device::ReplyPeriod::kTickMilliseconds};
+    }
+
+private:
+    const platform::DosNames m_dosNames;
+    platform::SystemSerialControl m_serial;
+    const std::unique_ptr<platform::DeviceObject> m_driver;
+    platform::QtMessageBoxes m_boxes{platform::toQString(app::kProgramTitle)};
+    platform::QtFileDialogs m_fileDialogs;
+    platform::QtPrinter m_printer;
+    const platform::QtClock m_clock;
+    platform::QtBeep m_beep;
+    platform::QtEventPump m_events;
+    const std::unique_ptr<platform::Registry> m_registry;
+    const std::unique_ptr<platform::StartProgram> m_programs;
+    platform::QtWindowOrder m_windowOrder;
+    const std::filesystem::path m_program;
+    const std::filesystem::path m_configFolder;
+    platform::ProfileStrings m_settings;
+};
+
+void dress()
+{
+    QApplication::setStyle(new widgets::OutlinedStyle);
+    QApplication::setWindowIcon(app::productPicture());
+    // Desktops that do not take a window's own icon find it by the installed desktop entry.
+    QApplication::setDesktopFileName(QStringLiteral("teslin-configure"));
+}
+
+// The program ends when the main window says so, after its questions and with its settings written.
+void endWith(app::frmMain& frmMain, QApplication& application)
+{
+    QApplication::setQuitOnLastWindowClosed(false);
+    QObject::connect(&frmMain, &app::frmMain::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
+    // Later there would be no time for questions, and no way back for a running transfer.
+    QObject::connect(
+        &application, &QGuiApplication::commitDataRequest, &frmMain,
+        [&frmMain](QSessionManager& session) {
+            // Asked for in any case: where the user may not be asked, a session may still be kept from ending.
+            const bool mayAsk = session.allowsInteraction();
+            frmMain.closeForEndOfSession(mayAsk) ? session.release() : session.cancel();
+        },
+        Qt::DirectConnection);
 }
 
 } // namespace
@@ -55,57 +133,10 @@ int main(int argc, char* argv[])
     qputenv("QT_NO_GLIB", "1");
 #endif
     QApplication application(argc, argv);
-    // The program ends when the main window says so, after its questions and with its settings written.
-    QApplication::setQuitOnLastWindowClosed(false);
-    QApplication::setStyle(new widgets::OutlinedStyle);
-    QApplication::setWindowIcon(app::productPicture());
-    // Desktops that do not take a window's own icon find it by the installed desktop entry.
-    QApplication::setDesktopFileName(QStringLiteral("teslin-configure"));
-
-    const platform::DosNames dosNames;
-    platform::SystemSerialControl MSComm1(dosNames);
-    const std::unique_ptr<platform::DeviceObject> driver = platform::makeDeviceObject(dosNames);
-    platform::QtMessageBoxes boxes(platform::toQString(app::kProgramTitle));
-    platform::QtFileDialogs fileDialogs;
-    platform::QtPrinter printer;
-    const platform::QtClock clock;
-    platform::QtBeep beep;
-    platform::QtEventPump events;
-    const std::unique_ptr<platform::Registry> registry = platform::makeRegistry();
-    const std::unique_ptr<platform::StartProgram> programs = platform::makeStartProgram();
-    platform::QtWindowOrder windowOrder;
-    const std::filesystem::path program = platform::toPath(QApplication::applicationFilePath());
-    const std::filesystem::path configFolder =
-        platform::toPath(QStandardPaths::writableLocation(QStandardPaths::AppConfigLocation));
-    platform::ProfileStrings settings(app::GetIniFileName(program, configFolder), platform::settingsFileBeside(program),
-                                      app::settingsRefuge(program, configFolder));
-
-    app::frmMain frmMain({.MSComm1 = MSComm1,
-                          .driver = *driver,
-                          .boxes = boxes,
-                          .fileDialogs = fileDialogs,
-                          .printer = printer,
-                          .clock = clock,
-                          .beep = beep,
-                          .events = events,
-                          .settings = settings,
-                          .dosNames = dosNames,
-                          .registry = *registry,
-                          .programs = *programs,
-                          .windowOrder = windowOrder,
-                          .programFolder = program.parent_path(),
-                          .commandLine = commandLine(),
-                          .tickMilliseconds = device::ReplyPeriod::kTickMilliseconds});
-    QObject::connect(&frmMain, &app::frmMain::unloaded, &application, &QApplication::quit, Qt::QueuedConnection);
-    // Later there would be no time for questions, and no way back for a running transfer.
-    QObject::connect(
-        &application, &QGuiApplication::commitDataRequest, &frmMain,
-        [&frmMain](QSessionManager& session) {
-            // Asked for in any case: where the user may not be asked, a session may still be kept from ending.
-            const bool mayAsk = session.allowsInteraction();
-            frmMain.closeForEndOfSession(mayAsk) ? session.release() : session.cancel();
-        },
-        Qt::DirectConnection);
+    dress();
+    SystemServices system;
+    app::frmMain frmMain(system.handedOut());
+    endWith(frmMain, application);
     QTimer::singleShot(0, &frmMain, &app::frmMain::Form_Load);
     return QApplication::exec();
 }

@@ -1,5 +1,6 @@
 #include "platform/DeviceObject.h"
 
+#include "platform/PortAnswer.h"
 #include "platform/posix/Descriptor.h"
 
 #include <algorithm>
@@ -18,21 +19,6 @@ namespace {
 
 using std::chrono::milliseconds;
 using Clock = std::chrono::steady_clock;
-
-constexpr std::string_view kPortMark = "COM";
-constexpr unsigned char kFirstPrintable = ' ';
-
-// A driver ends the port's name with a control character.
-bool namesAPort(std::string_view answer)
-{
-    const std::size_t mark = answer.find(kPortMark);
-    if (mark == std::string_view::npos) {
-        return false;
-    }
-    const std::string_view rest = answer.substr(mark + kPortMark.size());
-    return std::any_of(rest.begin(), rest.end(),
-                       [](char c) { return static_cast<unsigned char>(c) < kFirstPrintable; });
-}
 
 // A terminal would otherwise echo the driver's own answer back to it, turn its carriage returns into line feeds, and
 // hold an answer back until a line end comes.

@@ -241,7 +241,7 @@ private slots:
     }
 
     // What is cut is told whole by a tool tip, and only that.
-    void aShortenedLabelTellsItsTextInATip()
+    void anElidedLabelTellsItsTextInATip()
     {
         Program p;
         p.start();
