@@ -101,7 +101,7 @@ private:
             if (!typed) {
                 return; // the terminal has gone
             }
-            for (const char key : toAnsi(*typed)) {
+            for (const char key : text::fromUtf8(*typed)) {
                 if (key == kCtrlC || key == kCtrlD) {
                     return;
                 }

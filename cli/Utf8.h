@@ -1,15 +1,14 @@
 #pragma once
 
+#include "text/Utf8.h"
+
 #include <string>
 #include <string_view>
 
 // Terminals and JSON speak UTF-8; the wire, the files and the tables Windows-1252.
 namespace cli {
 
-[[nodiscard]] std::string toUtf8(std::string_view ansi);
-
-// What the code page does not have becomes '?'; so does each byte that is no UTF-8.
-[[nodiscard]] std::string toAnsi(std::string_view utf8);
+using text::toUtf8;
 
 // For a terminal: UTF-8, and control characters that could do something to it as the pictures of their names. Line ends
 // stay.

@@ -1,7 +1,7 @@
 #include "platform/DosNames.h"
 
 #include "platform/DosNameSteps.h"
-#include "text/AnsiText.h"
+#include "text/Utf8.h"
 
 #include <algorithm>
 #include <cerrno>
@@ -17,26 +17,6 @@ namespace platform {
 namespace {
 
 namespace fs = std::filesystem;
-
-// File names here are UTF-8.
-std::string utf8(std::string_view ansi)
-{
-    std::string text;
-    for (const char c : ansi) {
-        const unsigned character = text::ansiToUnicode(static_cast<std::uint8_t>(c));
-        if (character < 0x80) {
-            text += static_cast<char>(character);
-        } else if (character < 0x800) {
-            text += static_cast<char>(0xC0 | (character >> 6));
-            text += static_cast<char>(0x80 | (character & 0x3F));
-        } else {
-            text += static_cast<char>(0xE0 | (character >> 12));
-            text += static_cast<char>(0x80 | ((character >> 6) & 0x3F));
-            text += static_cast<char>(0x80 | (character & 0x3F));
-        }
-    }
-    return text;
-}
 
 // The entry of a folder that a name means.
 Result<fs::path> entryOf(const fs::path& folder, const std::string& name)
@@ -94,7 +74,7 @@ Result<fs::path> DosNames::find(std::string_view dosName) const
     }
     fs::path path = m_folder;
     for (const std::string& step : steps) {
-        Result<fs::path> entry = entryOf(path, utf8(step));
+        Result<fs::path> entry = entryOf(path, text::toUtf8(step));
         if (!entry) {
             return entry;
         }
